@@ -1,0 +1,119 @@
+// The program's shared state. Every routine of the shell, the map operations
+// and the plot window reads and writes these variables directly; there is no
+// document object. init_var_prog and init_var_graf reset them.
+//
+// Conventions: char(n) variables are std::string without trailing blanks (see
+// crystal/fixed_text.h); a small array written ngrid(1..3) in the formulas is
+// std::array indexed from 0 (ngrid[0] is ngrid(1)); map arrays are indexed
+// from 1 (crystal/farray.h).
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "crystal/farray.h"
+#include "crystal/vant_atom_typedef.h"
+#include "crystal/vant_crystal_metrics.h"
+#include "crystal/vant_crystallographic_symmetry.h"
+#include "toolkit/messages/message_record.h"
+
+namespace quelmora_parametros {
+
+// Program identity and platform.
+inline std::string version = "04.06";             // char(5)
+inline std::string data_version = "March - 2007"; // char(20)
+inline std::string var_system;                    // char(4): "UNIX" or "WIND"
+inline std::string var_sep;                       // char(1): path separator
+inline std::string var_suite;                     // char(150)
+inline std::string var_browser;                   // char(150)
+
+// File names, char(150) each.
+inline std::string codefil, filinp, filbin, filasc, filfou, filatm, filout;
+inline std::string filps, filwmf, filedir, filtmp, fileset;
+
+// Control flags.
+inline bool kerror = false;
+inline bool kcancel = false;
+inline bool kedit = false;
+inline bool ksettings = false;
+inline bool kfourier = false;
+inline bool k_run = false;   // never set: the branches testing it are never taken
+inline bool kcalc = true;    // initialised and never read
+inline bool kfirst = true;   // initialised and never read
+inline bool katom = false;
+inline bool kpeaks = false;
+// Kind of the current file: 0 control file (or none), 1 .bin, 2 .asc, 3 .map.
+inline std::int32_t input_file = 0;
+
+// Message buffers shared by every modal loop.
+inline std::int32_t evento = 0;
+inline message_record mensaje;
+inline std::int32_t ichild = -1;  // listing child window; -1 or 0 means none
+
+// Crystal and control data.
+inline std::string titulo;  // char(80)
+inline std::string spgr;    // char(20)
+inline cell_metrics_type celda;
+inline space_group_type grp_espacial;
+inline atom_list_type atomos;
+inline atom_list_type atmcell;
+inline std::int32_t ntype = 0;
+inline std::array<std::int32_t, 3> ngrid{};
+inline float f000 = 0.0f, f000s = 1.0f;
+inline float smin = 0.0f, smax = 0.0f, sigm = 0.0f;
+inline std::array<std::int32_t, 9> lugar{};  // columns of h,k,l,fo,fc,si,ph,a,b
+inline mat3f trans{};
+inline std::int32_t npeaks = 0;
+inline std::int32_t jtitle = 0, jcell = 0, jspace = 0, jgrid = 0, jatoms = 0, jfourier = 0,
+                    jtrans = 0, jreflim = 0, jpeaks = 0, jfiles = 0, jbin = 0, jform = 0,
+                    jlist = 0;
+inline float dist1 = 0.0f, dist2 = 0.0f, dist3 = 0.0f;
+
+// Map data.
+inline farray3<float> rho;     // ngrid(1) x ngrid(2) x ngrid(3), as in the file
+inline farray3<float> rhonew;  // with closing planes, or resampled on the file's box
+inline farray2<float> dmap;    // the section on screen
+inline farray2<float> dmap2;   // its transpose, for the surface plot
+inline std::array<float, 2> xlim{}, ylim{}, zlim{};
+inline float xinc = 0.0f, yinc = 0.0f, zinc = 0.0f;
+inline float denmin = 0.0f, denmax = 0.0f;
+inline float denave = 0.0f, densigma = 0.0f;
+inline std::array<std::int32_t, 3> jpg{};  // per section family: axes not perpendicular
+
+// Plot state reset by init_var_graf.
+inline std::int32_t boton_tg = 1;
+inline bool boton_add = false, boton_legend = false, boton_show = false, boton_atom = false;
+inline bool ksigma = false, kset3 = false, kbonds = false, plane_def = false, show_peaks = false;
+inline std::int32_t klevel = 0, klimits = 0;
+inline std::array<std::string, 3> plane_points;  // char(40) each
+inline std::int32_t nadd = 1, imap = 1, nmap = 1;
+inline std::array<std::int32_t, 3> seccion{1, 1, 1};
+inline std::int32_t n_contour = 20;
+inline float isolev = 1.5f;
+inline float anglerot_pg3d = -90.0f;
+inline float angleele_pg3d = 22.5f;
+
+// Contour colour sets (red, green, blue 0..255) and the level line styles.
+struct level_line_type {
+  std::int32_t colour = 0;  // palette index
+  std::int32_t style = 0;   // line type
+  std::int32_t width = 1;
+};
+inline std::array<std::int32_t, 20> set1_rojo{128, 55, 0, 181, 77, 6, 153, 94, 0, 0,
+                                              231, 241, 255, 255, 230, 247, 249, 206, 251, 254};
+inline std::array<std::int32_t, 20> set1_verde{255, 255, 255, 218, 166, 131, 153, 94, 0, 0,
+                                               81, 107, 128, 152, 169, 189, 205, 191, 232, 240};
+inline std::array<std::int32_t, 20> set1_azul{255, 255, 255, 255, 255, 255, 255, 255, 249, 170,
+                                              16, 50, 0, 49, 9, 36, 89, 2, 2, 73};
+inline std::array<std::int32_t, 20> set2_rojo{68, 73, 76, 44, 166, 199, 224, 250, 120, 158,
+                                              214, 250, 238, 223, 226, 242, 31, 37, 18, 3};
+inline std::array<std::int32_t, 20> set2_verde{120, 150, 186, 252, 163, 194, 218, 242, 48, 67,
+                                               91, 144, 167, 99, 50, 3, 95, 132, 161, 204};
+inline std::array<std::int32_t, 20> set2_azul{57, 57, 54, 3, 72, 55, 33, 0, 6, 14,
+                                              19, 82, 242, 230, 235, 255, 115, 161, 204, 255};
+inline std::array<std::int32_t, 20> set3_rojo{}, set3_verde{}, set3_azul{};
+inline std::int32_t set_color = 1;
+inline std::array<level_line_type, 20> level_lines{};
+
+}  // namespace quelmora_parametros
