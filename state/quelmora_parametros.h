@@ -81,6 +81,17 @@ inline float denmin = 0.0f, denmax = 0.0f;
 inline float denave = 0.0f, densigma = 0.0f;
 inline std::array<std::int32_t, 3> jpg{};  // per section family: axes not perpendicular
 
+// Window of the current section (set by the plot composition on each drawing).
+// rmax: low u, v, w then high u, v, w, fractional; rinc: steps along u, v, w.
+inline std::array<float, 6> rmax{};
+inline std::array<float, 3> rinc{};
+// Window of a section of a skewed family, in Angstrom.
+inline float u_min = 0.0f, u_max = 0.0f, v_min = 0.0f, v_max = 0.0f, u_inc = 0.0f, v_inc = 0.0f;
+// Window of an oriented section within its plane, in Angstrom.
+inline float xl1 = 0.0f, xl2 = 0.0f, yl1 = 0.0f, yl2 = 0.0f;
+// Which values a section adds to dmap.
+inline bool sum_all = true, sum_positive = false, sum_negative = false;
+
 // Plot state reset by init_var_graf.
 inline std::int32_t boton_tg = 1;
 inline bool boton_add = false, boton_legend = false, boton_show = false, boton_atom = false;
