@@ -14,6 +14,12 @@ void register_quelmo_rc();
 // The tables themselves, one function per kind.
 std::vector<menu_type> quelmo_rc_menus();          // 30001, 32124, 32125
 std::vector<toolbar_type> quelmo_rc_toolbars();    // 30101, 30102, 30103
+std::vector<icon_type> quelmo_rc_icons();          // one per toolbar button
+std::vector<dialog_type> quelmo_rc_data_dialogs(); // input data dialog 116, its pages, grid row 119
+std::vector<dialog_type> quelmo_rc_plot_dialogs(); // the dialogs of the plot window
+std::vector<dialog_type> quelmo_rc_shell_dialogs();  // About, loading, running, the toolkit's own
+std::vector<tab_captions_type> quelmo_rc_tab_captions();
+std::vector<option_list_type> quelmo_rc_option_lists();
 
 struct prompt_type {
   int item = 0;

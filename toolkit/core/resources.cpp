@@ -35,36 +35,18 @@ const Value* lookup(const std::map<Key, Value>& table, const Key& key) {
 
 }  // namespace
 
-void register_menu(menu_type menu) {
-  const int id = menu.id;
-  catalogue().menus[id] = std::move(menu);
-}
-
-void register_toolbar(toolbar_type toolbar) {
-  const int id = toolbar.id;
-  catalogue().toolbars[id] = std::move(toolbar);
-}
-
+void register_menu(menu_type menu) { catalogue().menus[menu.id] = std::move(menu); }
+void register_toolbar(toolbar_type bar) { catalogue().toolbars[bar.id] = std::move(bar); }
 void register_prompt(int item, std::string text) { catalogue().prompts[item] = std::move(text); }
-
-void register_icon(icon_type icon) {
-  const int id = icon.id;
-  catalogue().icons[id] = std::move(icon);
-}
-
-void register_dialog(dialog_type dialog) {
-  const int id = dialog.id;
-  catalogue().dialogs[id] = std::move(dialog);
-}
+void register_icon(icon_type icon) { catalogue().icons[icon.id] = std::move(icon); }
+void register_dialog(dialog_type dialog) { catalogue().dialogs[dialog.id] = std::move(dialog); }
 
 void register_tab_captions(tab_captions_type tabs) {
-  const dialog_field key{tabs.dialog, tabs.field};
-  catalogue().tabs[key] = std::move(tabs);
+  catalogue().tabs[{tabs.dialog, tabs.field}] = std::move(tabs);
 }
 
 void register_option_list(option_list_type list) {
-  const dialog_field key{list.dialog, list.field};
-  catalogue().option_lists[key] = std::move(list);
+  catalogue().option_lists[{list.dialog, list.field}] = std::move(list);
 }
 
 void clear_resources() { catalogue() = catalogue_type{}; }
