@@ -1,0 +1,67 @@
+// The headless face: a scripted user. A test (or a run without a display)
+// queues what the user does and answers in advance, runs the program, and
+// reads back what the program showed. Caption, status texts and menu states
+// are read from the toolkit itself (toolkit/messages/window.h, wmenu.h);
+// this face keeps what only it sees: the boxes shown and the selectors run.
+//
+//   headless::install();
+//   headless::queue_menu(40026);              // File, Open
+//   headless::answer_file("maps/nacl.bin");   // the selector's answer
+//   headless::answer_box(2);                  // No to the next question
+//   run the program: when the script runs out, the user closes the window.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "toolkit/messages/message_record.h"
+
+namespace headless {
+
+// Makes this face the toolkit's backend, with an empty script and log.
+void install();
+
+// Events, delivered in order. When none is left the user asks to close the
+// root window, so that every loop of the program ends.
+void queue_event(std::int32_t type, const message_record& record);
+void queue_menu(std::int32_t item);
+void queue_push_button(std::int32_t button);
+void queue_expose();
+void queue_resize();
+void queue_close(std::int32_t window = 0);
+// A mouse message at a position in drawing units.
+void queue_mouse(std::int32_t type, std::int32_t button, float gx, float gy);
+
+// Answers of the next selectors: a file name, or a cancel. A selector with
+// no answer queued is cancelled.
+void answer_file(const std::string& name);
+void answer_file_cancel();
+
+// The button pressed in the next message box (1 OK or Yes, 2 No). A box with
+// no answer queued gets its default button.
+void answer_box(int button);
+
+struct shown_box {
+  int buttons = 0;
+  int icon = 0;
+  int default_button = 0;
+  std::string text;
+  std::string title;
+  int pressed = 0;
+};
+struct selector_run {
+  std::string filter;
+  int flags = 0;
+  std::string start_name;
+  std::string title;
+};
+
+const std::vector<shown_box>& boxes();
+const std::vector<selector_run>& selectors();
+// Texts of the boxes in order, for quick comparisons.
+std::vector<std::string> box_texts();
+// Events still unread by the program.
+std::size_t events_left();
+
+}  // namespace headless

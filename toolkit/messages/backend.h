@@ -1,0 +1,61 @@
+// The face of the toolkit: what a backend does for the backend-independent
+// routines of toolkit/messages and toolkit/dialogs.
+//
+// Every toolkit routine keeps its state (message queue and enable table,
+// menu item states, caption, status bar, the exit button of the last common
+// dialog) in backend-independent code. A backend only shows that state and
+// turns the user's actions into messages. Two backends implement this
+// interface: toolkit/headless (a scripted user, for tests and for running
+// without a display) and toolkit/x11 (Motif and Xlib).
+//
+// Rules for an implementation:
+// - next_event blocks until the user does something and fills type and
+//   record. Pixel positions go in raw_x, raw_y (words 12, 13) and the
+//   position in drawing units in gx, gy; wmessage copies raw_x, raw_y to
+//   x, y and applies the enable table, so the backend need not filter.
+// - message_box shows a modal box and returns the button pressed: 1 for OK
+//   or Yes, 2 for No or Cancel.
+// - select_file runs a modal file selector. On OK it writes the chosen file,
+//   as a path the process can open from its current directory or as an
+//   absolute path, into name and returns true; on Cancel it leaves name
+//   alone and returns false. Changing the process's directory is done by
+//   wselectfile2, not by the backend.
+// - The show_* calls tell the backend that the state changed; the state
+//   itself can always be read back from the toolkit (window.h, wmenu.h,
+//   wmessage.h), so a backend overrides only what it shows.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "toolkit/messages/message_record.h"
+
+class toolkit_backend {
+ public:
+  virtual ~toolkit_backend() = default;
+
+  virtual void next_event(std::int32_t& type, message_record& record) = 0;
+  virtual int message_box(int buttons, int icon, int default_button, const std::string& text,
+                          const std::string& title) = 0;
+  virtual bool select_file(const std::string& filter, int flags, std::string& name,
+                           const std::string& title) = 0;
+
+  // Changes of the state, for a face that shows them; by default ignored.
+  // The root window opened (windowopen2) or closed (windowclose).
+  virtual void show_window(bool /*open*/) {}
+  virtual void show_caption(const std::string& /*caption*/) {}
+  // The number of status parts or their widths changed.
+  virtual void show_status_parts() {}
+  virtual void show_status_text(int /*part*/, const std::string& /*text*/) {}
+  // The menu bar or a toolbar was loaded or removed, or an item's state changed.
+  virtual void show_menus() {}
+  // The event mask follows the enable table (mouse motion, exposure...).
+  virtual void show_message_enabled(std::int32_t /*type*/, bool /*enabled*/) {}
+};
+
+// The backend in use. Until one is set, an inert backend answers: it
+// delivers a close request of the root window for every event, presses the
+// default button of every box and cancels every selector, so that nothing
+// waits forever.
+void set_toolkit_backend(toolkit_backend* backend);
+toolkit_backend& current_backend();

@@ -1,0 +1,71 @@
+#include "toolkit/messages/ios.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <ctime>
+#include <vector>
+
+#include "toolkit/core/trim.h"
+#include "toolkit/core/werror.h"
+#include "toolkit/messages/window.h"
+
+namespace {
+constexpr int os_call_failed = 13;
+}
+
+void iosdate(std::int32_t& year, std::int32_t& month, std::int32_t& day) {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  year = local.tm_year + 1900;
+  month = local.tm_mon + 1;
+  day = local.tm_mday;
+}
+
+void iosdirname(std::string& directory) {
+  std::vector<char> buffer(4096);
+  while (!getcwd(buffer.data(), buffer.size())) {
+    if (errno != ERANGE || buffer.size() > (1u << 20)) {
+      yyerror(os_call_failed, "IOsDirName");
+      directory.clear();
+      return;
+    }
+    buffer.resize(buffer.size() * 2);
+  }
+  directory = buffer.data();
+}
+
+void iosdirchange(const std::string& directory) {
+  const std::string path = yytrim(directory);
+  if (path.empty() || chdir(path.c_str()) != 0) yyerror(os_call_failed, "IOsDirChange");
+}
+
+bool iosdirexists(const std::string& directory) {
+  struct stat info {};
+  const std::string path = yytrim(directory);
+  return !path.empty() && stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+void iosdirmake(const std::string& directory) {
+  const std::string path = yytrim(directory);
+  if (path.empty() || mkdir(path.c_str(), 0777) != 0) yyerror(os_call_failed, "IOsDirMake");
+}
+
+void iosvariable(const std::string& name, std::string& value) {
+  const char* found = std::getenv(yytrim(name).c_str());
+  value = found ? found : "";
+}
+
+void iosargument(std::int32_t number, std::string& text) {
+  const auto& args = yycommand_line();
+  text = number >= 0 && static_cast<std::size_t>(number) < args.size() ? args[static_cast<std::size_t>(number)] : "";
+}
+
+bool iosfileexists(const std::string& name) {
+  struct stat info {};
+  const std::string path = yytrim(name);
+  return !path.empty() && stat(path.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
+}
