@@ -1,0 +1,98 @@
+#include "toolkit/graphics/recording_canvas.h"
+
+#include <algorithm>
+
+recording_canvas::recording_canvas(int w, int h) : width_(std::max(w, 0)), height_(std::max(h, 0)) {}
+
+void recording_canvas::resize(int w, int h) {
+  width_ = std::max(w, 0);
+  height_ = std::max(h, 0);
+}
+
+recorded_primitive& recording_canvas::record(recorded_kind kind, std::span<const pixel_point> points,
+                                             canvas_colour colour) {
+  recorded_primitive& p = primitives_.emplace_back();
+  p.kind = kind;
+  p.points.assign(points.begin(), points.end());
+  p.colour = colour;
+  return p;
+}
+
+void recording_canvas::clear(int left, int top, int w, int h, canvas_colour colour) {
+  recorded_primitive p;
+  p.kind = recorded_kind::clear;
+  p.points = {{static_cast<float>(left), static_cast<float>(top)},
+              {static_cast<float>(left + w), static_cast<float>(top + h)}};
+  p.colour = colour;
+  p.fill.colour = colour;
+  primitives_.push_back(std::move(p));
+}
+
+void recording_canvas::polyline(std::span<const pixel_point> points, const canvas_pen& pen) {
+  recorded_primitive& p = record(recorded_kind::polyline, points, pen.colour);
+  p.pen = pen;
+}
+
+void recording_canvas::fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) {
+  recorded_primitive& p = record(recorded_kind::polygon, points, fill.colour);
+  p.fill = fill;
+}
+
+void recording_canvas::circle(pixel_point centre, float radius, const canvas_pen* pen,
+                              const canvas_fill* fill) {
+  recorded_primitive p;
+  p.kind = recorded_kind::circle;
+  p.points = {centre};
+  p.radius = radius;
+  if (fill) {
+    p.filled = true;
+    p.fill = *fill;
+    p.colour = fill->colour;
+  }
+  if (pen) {
+    p.outlined = true;
+    p.pen = *pen;
+    if (!fill) p.colour = pen->colour;
+  }
+  primitives_.push_back(std::move(p));
+}
+
+void recording_canvas::text(pixel_point anchor, std::string_view s, const canvas_text_style& style) {
+  recorded_primitive p;
+  p.kind = recorded_kind::text;
+  p.points = {anchor};
+  p.colour = style.colour;
+  p.text = std::string(s);
+  p.text_style = style;
+  primitives_.push_back(std::move(p));
+}
+
+// A recording has no glyphs: every character takes the nominal width.
+float recording_canvas::text_width(std::string_view s, const canvas_text_style& style) const {
+  return static_cast<float>(s.size()) * style.char_width;
+}
+
+// A bitmap of a recording starts empty: only its size is known.
+std::unique_ptr<canvas> recording_canvas::copy_area(int, int, int w, int h) const {
+  return std::make_unique<recording_canvas>(w, h);
+}
+
+// The copy is recorded as one primitive, followed by what the bitmap holds,
+// moved to where it lands, so that the target's record shows what is visible.
+void recording_canvas::put_bitmap(const canvas& bitmap, int handle, int left, int top) {
+  recorded_primitive p;
+  p.kind = recorded_kind::bitmap;
+  p.points = {{static_cast<float>(left), static_cast<float>(top)},
+              {static_cast<float>(left + bitmap.width()), static_cast<float>(top + bitmap.height())}};
+  p.handle = handle;
+  primitives_.push_back(std::move(p));
+  const auto* recorded = dynamic_cast<const recording_canvas*>(&bitmap);
+  if (!recorded) return;
+  for (recorded_primitive q : recorded->primitives()) {
+    for (auto& pt : q.points) {
+      pt.x += static_cast<float>(left);
+      pt.y += static_cast<float>(top);
+    }
+    primitives_.push_back(std::move(q));
+  }
+}
