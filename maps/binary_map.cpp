@@ -1,0 +1,160 @@
+#include "maps/binary_map.h"
+
+#include <bit>
+#include <cstdint>
+#include <fstream>
+
+#include "crystal/binary_stream.h"
+#include "maps/section_extraction.h"
+#include "state/quelmora_parametros.h"
+#include "toolkit/dialogs/message_box.h"
+
+namespace qp = quelmora_parametros;
+using binary_stream::byte_reader;
+using binary_stream::byte_writer;
+
+// The density grid is read and written as one block of host floats.
+static_assert(std::endian::native == std::endian::little, "the map file is little endian");
+
+namespace {
+
+constexpr std::size_t title_length = 80;
+constexpr std::size_t version_length = 5;
+constexpr std::size_t file_name_length = 150;
+
+std::ifstream unit25;
+
+void fail(const char* message) {
+  if (*message) error_message(message);
+  qp::kerror = true;
+}
+
+// Run block, first part: file names and the list directive.
+template <typename Stream>
+void files_block(Stream& s) {
+  s.text(qp::filinp, file_name_length);
+  s.text(qp::filbin, file_name_length);
+  s.text(qp::filfou, file_name_length);
+  s.text(qp::filatm, file_name_length);
+  s.numbers(qp::lugar);
+  s.number(qp::jlist);
+  s.number(qp::dist1);
+  s.number(qp::dist2);
+  s.number(qp::dist3);
+}
+
+// Run block, second part: the synthesis and its limits.
+template <typename Stream>
+void variables_block(Stream& s) {
+  s.number(qp::f000);
+  s.number(qp::f000s);
+  s.number(qp::ntype);
+  s.number(qp::smin);
+  s.number(qp::smax);
+  s.number(qp::sigm);
+  s.number(qp::npeaks);
+}
+
+template <typename Stream>
+void grid_block(Stream& s) {
+  s.numbers(qp::ngrid);
+  s.number(qp::denmin);
+  s.number(qp::denmax);
+  s.numbers(qp::xlim);
+  s.numbers(qp::ylim);
+  s.numbers(qp::zlim);
+  s.number(qp::xinc);
+  s.number(qp::yinc);
+  s.number(qp::zinc);
+}
+
+template <typename Stream>
+void summary_block(Stream& s) {
+  s.number(qp::denave);
+  s.number(qp::densigma);
+}
+
+std::int64_t grid_points() {
+  std::int64_t n = 1;
+  for (std::int32_t e : qp::ngrid) n *= e > 0 ? e : 0;
+  return n;
+}
+
+}  // namespace
+
+bool open_filebin(const std::string& name) {
+  close_filebin();
+  unit25.open(name, std::ios::in | std::ios::binary);
+  return unit25.is_open();
+}
+
+void close_filebin() {
+  if (unit25.is_open()) unit25.close();
+  unit25.clear();
+}
+
+std::istream& filebin_unit() { return unit25; }
+
+void read_filebin_head() {
+  byte_reader r{unit25};
+  r.text(qp::titulo, title_length);
+  if (!r.ok) return fail("Error reading the binary file...(Title)");
+  std::string file_version;  // never compared: files of every version load
+  r.text(file_version, version_length);
+  if (!r.ok) return fail("Version of Sintrel-Quelmora NOT FOUND in the binary file");
+
+  bool ok = true;
+  read_bin_crystal_cell(qp::celda, unit25, ok);
+  if (!ok) return fail("Error reading the binary file...(Cell...)");
+  read_bin_spacegroup(qp::grp_espacial, unit25, ok);
+  if (!ok) return fail("Error reading the binary file...(Symmetry...)");
+  read_bin_atom_list(qp::atomos, unit25, ok);
+  if (!ok) return fail("Error reading the binary file...(Number of Atoms ...)");
+
+  files_block(r);
+  if (!r.ok) return fail("Error reading the binary file...(Files...)");
+  variables_block(r);
+  if (!r.ok) return fail("Error reading the binary file...(Variables...)");
+  grid_block(r);
+  if (!r.ok) return fail("Error reading the binary file...(Grid size of FFT...)");
+  summary_block(r);
+  if (!r.ok) return fail("");
+  // A grid larger than the rest of the file would fail its read anyway;
+  // refusing it here keeps a corrupt ngrid from sizing the map arrays.
+  if (!r.fits(grid_points(), sizeof(float))) return fail("Error reading the binary file...(Density Map...)");
+}
+
+void read_filebin_rho() {
+  const auto bytes = static_cast<std::streamsize>(qp::rho.size() * sizeof(float));
+  if (!unit25.read(reinterpret_cast<char*>(qp::rho.data()), bytes))
+    return fail("Error reading the binary file...(Density Map...)");
+  proc_carga();
+}
+
+void read_filebin_atm_pks() {
+  if (qp::npeaks <= 0) return;
+  bool ok = true;
+  read_bin_atom_list(qp::atomos, unit25, ok);
+  if (!ok) fail("Error reading the binary file...( Peaks data...)");
+}
+
+void write_filebin_head(std::ostream& out) {
+  byte_writer w{out};
+  w.text(qp::titulo, title_length);
+  w.text(qp::version, version_length);
+  write_bin_crystal_cell(qp::celda, out);
+  write_bin_spacegroup(qp::grp_espacial, out);
+  write_bin_atom_list(qp::atomos, out);
+  files_block(w);
+  variables_block(w);
+  grid_block(w);
+  summary_block(w);
+}
+
+void write_filebin_rho(std::ostream& out) {
+  out.write(reinterpret_cast<const char*>(qp::rho.data()), static_cast<std::streamsize>(qp::rho.size() * sizeof(float)));
+}
+
+void write_filebin_peaks(std::ostream& out, const atom_list_type& peaks) {
+  if (qp::npeaks > 0) write_bin_atom_list(peaks, out);
+}
