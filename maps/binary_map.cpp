@@ -23,6 +23,7 @@ constexpr std::size_t version_length = 5;
 constexpr std::size_t file_name_length = 150;
 
 std::ifstream unit25;
+std::string file_version;
 
 void fail(const char* message) {
   if (*message) error_message(message);
@@ -99,7 +100,7 @@ void read_filebin_head() {
   byte_reader r{unit25};
   r.text(qp::titulo, title_length);
   if (!r.ok) return fail("Error reading the binary file...(Title)");
-  std::string file_version;  // never compared: files of every version load
+  file_version.clear();
   r.text(file_version, version_length);
   if (!r.ok) return fail("Version of Sintrel-Quelmora NOT FOUND in the binary file");
 
@@ -123,6 +124,8 @@ void read_filebin_head() {
   // refusing it here keeps a corrupt ngrid from sizing the map arrays.
   if (!r.fits(grid_points(), sizeof(float))) return fail("Error reading the binary file...(Density Map...)");
 }
+
+const std::string& filebin_version() { return file_version; }
 
 void read_filebin_rho() {
   const auto bytes = static_cast<std::streamsize>(qp::rho.size() * sizeof(float));

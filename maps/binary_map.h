@@ -24,6 +24,10 @@ std::istream& filebin_unit();
 // density map's message, before anything is sized from it.
 void read_filebin_head();
 
+// The five version bytes of the last head read, for display only: nothing
+// compares them, files of every version load.
+const std::string& filebin_version();
+
 // Block 9 in one transfer into rho (sized by memory_maps), then proc_carga.
 void read_filebin_rho();
 

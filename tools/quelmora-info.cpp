@@ -1,0 +1,208 @@
+// Prints what a binary map file holds: title, version bytes, cell, space
+// group, atoms, run parameters, grid, density range and statistics, peaks.
+// The file is read by the program's own load chain, so the density range is
+// the one the program holds after loading (denmin, denmax from the map).
+//
+//   quelmora-info [--json] file.bin
+//
+// On a bad file the program's message for the failing block goes to stderr
+// and the exit status is 1.
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "maps/binary_map.h"
+#include "maps/map_memory.h"
+#include "state/quelmora_parametros.h"
+#include "toolkit/messages/backend.h"
+
+namespace qp = quelmora_parametros;
+
+namespace {
+
+// The face of this tool: a message box becomes a line on stderr.
+class stderr_face final : public toolkit_backend {
+ public:
+  void next_event(std::int32_t& type, message_record& record) override {
+    record = message_record{};
+    type = msg_close_request;
+  }
+  int message_box(int, int, int default_button, const std::string& text, const std::string&) override {
+    std::fprintf(stderr, "%s\n", text.c_str());
+    return default_button;
+  }
+  bool select_file(const std::string&, int, std::string&, const std::string&) override { return false; }
+};
+
+struct map_summary {
+  atom_list_type atoms;
+  atom_list_type peaks;
+};
+
+// The load chain of the shell for a .bin; false after a failure (already
+// reported).
+bool load(const std::string& name, map_summary& m) {
+  if (!open_filebin(name)) {
+    std::fprintf(stderr, "Error opening the binary file\n");
+    return false;
+  }
+  read_filebin_head();
+  if (!qp::kerror) {
+    m.atoms = qp::atomos;
+    memory_maps();
+  }
+  if (!qp::kerror) read_filebin_rho();
+  if (!qp::kerror) read_filebin_atm_pks();
+  if (!qp::kerror && qp::npeaks > 0) m.peaks = qp::atomos;
+  close_filebin();
+  return !qp::kerror;
+}
+
+std::size_t entries(const atom_list_type& list) {
+  return list.natoms > 0 ? std::min(static_cast<std::size_t>(list.natoms), list.atom.size()) : 0;
+}
+
+// ---- text ----
+
+void print_atoms(const char* heading, const atom_list_type& list) {
+  std::printf("%s: %d\n", heading, list.natoms);
+  if (entries(list) == 0) return;
+  std::printf("  %-20s %-4s %10s %10s %10s %8s %8s\n", "label", "symb", "x", "y", "z", "occ", "biso");
+  for (std::size_t i = 0; i < entries(list); ++i) {
+    const atom_type& a = list.atom[i];
+    std::printf("  %-20s %-4s %10.5f %10.5f %10.5f %8.4f %8.4f\n", a.lab.c_str(), a.chem_symb.c_str(), a.x[0],
+                a.x[1], a.x[2], a.occ, a.biso);
+  }
+}
+
+void print_text(const map_summary& m) {
+  const cell_metrics_type& c = qp::celda;
+  const space_group_type& g = qp::grp_espacial;
+  std::printf("Title:        %s\n", qp::titulo.c_str());
+  std::printf("Version:      %s\n", filebin_version().c_str());
+  std::printf("Cell:         %.4f %.4f %.4f  %.3f %.3f %.3f\n", c.cell[0], c.cell[1], c.cell[2], c.ang[0], c.ang[1],
+              c.ang[2]);
+  std::printf("Volume:       %.4f\n", c.cell_vol);
+  std::printf("Space group:  %d  %s  (Hall %s)\n", g.numspg, g.spg_symb.c_str(), g.hall.c_str());
+  std::printf("Lattice:      %s %s\n", g.spg_lat.c_str(), g.spg_latsy.c_str());
+  std::printf("Operators:    %d (reduced %d)\n", g.multip, g.num_ops);
+  std::printf("Wyckoff:      %d positions\n", g.wyckoff.count);
+  print_atoms("Atoms", m.atoms);
+  std::printf("Run:          filinp %s\n", qp::filinp.c_str());
+  std::printf("              filbin %s\n", qp::filbin.c_str());
+  std::printf("              filfou %s\n", qp::filfou.c_str());
+  std::printf("              filatm %s\n", qp::filatm.c_str());
+  std::printf("              ntype %d  f000 %g  f000s %g\n", qp::ntype, qp::f000, qp::f000s);
+  std::printf("              smin %g  smax %g  sigm %g  npeaks %d\n", qp::smin, qp::smax, qp::sigm, qp::npeaks);
+  std::printf("Grid:         %d %d %d\n", qp::ngrid[0], qp::ngrid[1], qp::ngrid[2]);
+  std::printf("Limits:       x %g %g  y %g %g  z %g %g\n", qp::xlim[0], qp::xlim[1], qp::ylim[0], qp::ylim[1],
+              qp::zlim[0], qp::zlim[1]);
+  std::printf("Increments:   %g %g %g\n", qp::xinc, qp::yinc, qp::zinc);
+  std::printf("Density:      denmin %g  denmax %g  denave %g  densigma %g\n", qp::denmin, qp::denmax, qp::denave,
+              qp::densigma);
+  print_atoms("Peaks", m.peaks);
+}
+
+// ---- JSON ----
+
+std::string quoted(const std::string& s) {
+  std::string out = "\"";
+  for (const char ch : s) {
+    const auto u = static_cast<unsigned char>(ch);
+    if (ch == '"' || ch == '\\') {
+      out += '\\';
+      out += ch;
+    } else if (u < 0x20 || u >= 0x7f) {
+      char buf[8];
+      std::snprintf(buf, sizeof buf, "\\u%04x", u);
+      out += buf;
+    } else {
+      out += ch;
+    }
+  }
+  return out + "\"";
+}
+
+std::string number(double v) {
+  if (!std::isfinite(v)) return "null";
+  char buf[32];
+  std::snprintf(buf, sizeof buf, "%.9g", v);
+  return buf;
+}
+
+template <typename Array>
+std::string numbers(const Array& values) {
+  std::string out = "[";
+  for (std::size_t i = 0; i < values.size(); ++i) out += (i ? ", " : "") + number(values[i]);
+  return out + "]";
+}
+
+std::string atoms_json(const atom_list_type& list) {
+  std::string out = "[";
+  for (std::size_t i = 0; i < entries(list); ++i) {
+    const atom_type& a = list.atom[i];
+    out += std::string(i ? ", " : "") + "{\"label\": " + quoted(a.lab) + ", \"symbol\": " + quoted(a.chem_symb) +
+           ", \"x\": " + number(a.x[0]) + ", \"y\": " + number(a.x[1]) + ", \"z\": " + number(a.x[2]) +
+           ", \"occ\": " + number(a.occ) + ", \"biso\": " + number(a.biso) + "}";
+  }
+  return out + "]";
+}
+
+void print_json(const map_summary& m) {
+  const cell_metrics_type& c = qp::celda;
+  const space_group_type& g = qp::grp_espacial;
+  std::string ops = "[";
+  for (std::size_t i = 0; i < g.sym_op_symb.size(); ++i) ops += (i ? ", " : "") + quoted(g.sym_op_symb[i]);
+  ops += "]";
+  const std::vector<float> cell{c.cell[0], c.cell[1], c.cell[2], c.ang[0], c.ang[1], c.ang[2]};
+  std::printf("{\n");
+  std::printf("  \"title\": %s,\n", quoted(qp::titulo).c_str());
+  std::printf("  \"version\": %s,\n", quoted(filebin_version()).c_str());
+  std::printf("  \"cell\": %s,\n", numbers(cell).c_str());
+  std::printf("  \"volume\": %s,\n", number(c.cell_vol).c_str());
+  std::printf("  \"spacegroup\": {\"number\": %d, \"symbol\": %s, \"hall\": %s, \"lattice\": %s, "
+              "\"wyckoff\": %d, \"operators\": %s},\n",
+              g.numspg, quoted(g.spg_symb).c_str(), quoted(g.hall).c_str(), quoted(g.spg_lat).c_str(),
+              g.wyckoff.count, ops.c_str());
+  std::printf("  \"atoms\": %s,\n", atoms_json(m.atoms).c_str());
+  std::printf("  \"run\": {\"filinp\": %s, \"filbin\": %s, \"filfou\": %s, \"filatm\": %s, \"ntype\": %d, "
+              "\"f000\": %s, \"f000s\": %s, \"smin\": %s, \"smax\": %s, \"sigm\": %s, \"npeaks\": %d},\n",
+              quoted(qp::filinp).c_str(), quoted(qp::filbin).c_str(), quoted(qp::filfou).c_str(),
+              quoted(qp::filatm).c_str(), qp::ntype, number(qp::f000).c_str(), number(qp::f000s).c_str(),
+              number(qp::smin).c_str(), number(qp::smax).c_str(), number(qp::sigm).c_str(), qp::npeaks);
+  std::printf("  \"ngrid\": %s,\n", numbers(qp::ngrid).c_str());
+  const std::vector<float> limits{qp::xlim[0], qp::xlim[1], qp::ylim[0], qp::ylim[1], qp::zlim[0], qp::zlim[1]};
+  const std::vector<float> increments{qp::xinc, qp::yinc, qp::zinc};
+  std::printf("  \"limits\": %s,\n", numbers(limits).c_str());
+  std::printf("  \"increments\": %s,\n", numbers(increments).c_str());
+  std::printf("  \"denmin\": %s,\n", number(qp::denmin).c_str());
+  std::printf("  \"denmax\": %s,\n", number(qp::denmax).c_str());
+  std::printf("  \"denave\": %s,\n", number(qp::denave).c_str());
+  std::printf("  \"densigma\": %s,\n", number(qp::densigma).c_str());
+  std::printf("  \"peaks\": %s\n", atoms_json(m.peaks).c_str());
+  std::printf("}\n");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  bool json = false;
+  std::string name;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--json") == 0) json = true;
+    else name = argv[i];
+  }
+  if (name.empty()) {
+    std::fprintf(stderr, "usage: quelmora-info [--json] file.bin\n");
+    return 2;
+  }
+  stderr_face face;
+  set_toolkit_backend(&face);
+  map_summary m;
+  if (!load(name, m)) return 1;
+  if (json) print_json(m);
+  else print_text(m);
+  return 0;
+}
