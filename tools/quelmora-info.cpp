@@ -25,15 +25,10 @@ namespace {
 // The face of this tool: a message box becomes a line on stderr.
 class stderr_face final : public toolkit_backend {
  public:
-  void next_event(std::int32_t& type, message_record& record) override {
-    record = message_record{};
-    type = msg_close_request;
-  }
   int message_box(int, int, int default_button, const std::string& text, const std::string&) override {
     std::fprintf(stderr, "%s\n", text.c_str());
     return default_button;
   }
-  bool select_file(const std::string&, int, std::string&, const std::string&) override { return false; }
 };
 
 struct map_summary {

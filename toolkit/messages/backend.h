@@ -34,11 +34,13 @@ class toolkit_backend {
  public:
   virtual ~toolkit_backend() = default;
 
-  virtual void next_event(std::int32_t& type, message_record& record) = 0;
+  // The defaults make a face without a user: every event is a close request
+  // of the root window, every box gets its default button, every selector
+  // is cancelled. A real face overrides all three.
+  virtual void next_event(std::int32_t& type, message_record& record);
   virtual int message_box(int buttons, int icon, int default_button, const std::string& text,
-                          const std::string& title) = 0;
-  virtual bool select_file(const std::string& filter, int flags, std::string& name,
-                           const std::string& title) = 0;
+                          const std::string& title);
+  virtual bool select_file(const std::string& filter, int flags, std::string& name, const std::string& title);
 
   // Changes of the state, for a face that shows them; by default ignored.
   // The root window opened (windowopen2) or closed (windowclose).
@@ -53,9 +55,7 @@ class toolkit_backend {
   virtual void show_message_enabled(std::int32_t /*type*/, bool /*enabled*/) {}
 };
 
-// The backend in use. Until one is set, an inert backend answers: it
-// delivers a close request of the root window for every event, presses the
-// default button of every box and cancels every selector, so that nothing
-// waits forever.
+// The backend in use. Until one is set, a face without a user (the defaults
+// above) answers, so that nothing waits forever.
 void set_toolkit_backend(toolkit_backend* backend);
 toolkit_backend& current_backend();
