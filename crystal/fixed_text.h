@@ -17,6 +17,12 @@ inline std::string_view trimmed(std::string_view s) {
   return end == std::string_view::npos ? std::string_view{} : s.substr(0, end + 1);
 }
 
+// The text left-adjusted (Fortran adjustl), without trailing blanks.
+inline std::string_view adjusted(std::string_view s) {
+  const auto first = s.find_first_not_of(' ');
+  return first == std::string_view::npos ? std::string_view{} : trimmed(s.substr(first));
+}
+
 // The length of the text ignoring trailing blanks (Fortran len_trim).
 inline std::size_t len_trim(std::string_view s) { return trimmed(s).size(); }
 
