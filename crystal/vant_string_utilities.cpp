@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "crystal/fixed_text.h"
-#include "crystal/vant_math_general.h"
 
 namespace {
 
@@ -100,15 +98,6 @@ bool single_number(std::string_view text, float& value) {
   return true;
 }
 
-// A value in a Fortran F field: right-adjusted in width characters, or all
-// asterisks when it does not fit.
-std::string fixed_field(float v, int width, int decimals) {
-  char buf[64];
-  const int n = std::snprintf(buf, sizeof buf, "%*.*f", width, decimals, static_cast<double>(v));
-  if (n < 0 || n > width) return std::string(static_cast<std::size_t>(width), '*');
-  return buf;
-}
-
 }  // namespace
 
 void cutst(std::string& line, std::int32_t* nlong1, std::string* word, std::int32_t* nlong2, std::size_t word_size) {
@@ -197,30 +186,6 @@ std::string u_case(std::string_view text) {
   std::string s(text);
   ucase(s);
   return s;
-}
-
-std::string pack_string(std::string_view text) {
-  std::string s;
-  for (char c : text)
-    if (c != ' ') s += c;
-  return s;
-}
-
-void get_fraction_2dig(float v, std::string& text) {
-  text.clear();
-  if (zbelongn(v)) {
-    const long n = std::lround(v);
-    text = (n > 0 ? "+" : "") + std::to_string(n);
-    return;
-  }
-  // The first numerator wins, so 1/2 is found before 2/4.
-  for (int n = 1; n <= 24; ++n)
-    for (int d = 2; d <= 24; ++d)
-      if (negligibler(static_cast<float>(n) * (1.0f / static_cast<float>(d)) - std::fabs(v))) {
-        text = (v > 0.0f ? "+" : "-") + std::to_string(n) + "/" + std::to_string(d);
-        return;
-      }
-  text = pack_string(v > 0.0f ? "+" + fixed_field(v, 9, 4) : fixed_field(v, 10, 4));
 }
 
 void getnum_std(std::string_view line, std::span<float> value, std::span<float> std_dev, std::int32_t& iv) {

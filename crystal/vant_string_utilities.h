@@ -11,6 +11,9 @@
 #include <string_view>
 #include <vector>
 
+// pack_string and get_fraction_2dig, the writers of operator texts.
+#include "crystal/vant_string_utilities_fraction.h"
+
 inline bool err_string = false;
 inline std::string err_string_mess;  // char(150)
 
@@ -44,13 +47,6 @@ void number_lines(const std::string& filename, std::int32_t& n, std::string_view
 // The first n lines of a text file, each cut to 256 characters; filevar
 // holds fewer when the file is shorter or cannot be read.
 void reading_lines(const std::string& filename, std::int32_t n, std::vector<std::string>& filevar);
-
-// The text with every blank removed.
-std::string pack_string(std::string_view text);
-
-// A translation or coefficient as text: "+1", "0", "-1", "+1/2", "-3/4", or
-// a decimal "+0.1235" when no fraction with terms up to 24 matches.
-void get_fraction_2dig(float v, std::string& text);
 
 // The numbers on a line with their uncertainties in brackets: "1.234(5)"
 // gives 1.234 and 0.005, "12(3)" gives 12 and 3. Text after "!" (or else

@@ -158,9 +158,7 @@ TEST(GetFraction2dig, Texts) {
       {12345.67f, "+*********"},  // too wide for its field
   };
   for (const Case& c : cases) {
-    std::string text = "junk";
-    get_fraction_2dig(c.v, text);
-    EXPECT_EQ(text, c.text) << c.v;
+    EXPECT_EQ(get_fraction_2dig(c.v), c.text) << c.v;
   }
 }
 
