@@ -64,3 +64,71 @@ struct space_group_type {
 // record (old arrays released, defaults copied over it) before it reads.
 void read_bin_spacegroup(space_group_type& grp, std::istream& in, bool& ok);
 void write_bin_spacegroup(const space_group_type& grp, std::ostream& out);
+
+// ---------------------------------------------------------------------------
+// Module state, shared by the symmetry routines and left in place between
+// calls. Operations that can fail clear the error pair on entry.
+
+extern bool err_symm;
+extern std::string err_symm_mess;  // char(150)
+// The lattice last decoded: number of centring vectors (the null one counted),
+// the vectors (ltr[0] null), its letter and its code 1 P, 2 A, 3 B, 4 C, 5 I,
+// 6 R, 7 F, 8 Z.
+extern std::int32_t nlat;
+extern std::array<vec3f, 192> ltr;
+extern std::string lat_ch;  // char(1)
+extern std::int32_t inlat;
+extern bool hexa;
+extern std::string spaceg;  // char(20)
+
+void init_err_symm();
+
+// Each component folded by the floating remainder of (v + 10) by 1.
+vec3f modulo_lat(const vec3f& v);
+
+// Parses an operator text such as "-y,x-y,z+1/3" from character istart
+// (counted from 1). The translation is stored only when tr is given; the
+// determinant is checked unless det_check is false (positions of Wyckoff
+// sites have a zero one).
+void read_xsym(const std::string& text, std::int32_t istart, mat3i& rot, vec3f* tr = nullptr,
+               bool det_check = true);
+
+// The text of an operator with integer rotation, "-y,x-y,z+1/3".
+void get_symsymbi(const mat3i& rot, const vec3f& tr, std::string& text);
+// The text of a position with real rotation, "x,1/4,z", "x,2x,1/4", "x/2,...".
+void get_symsymbr(const mat3f& rot, const vec3f& tr, std::string& text);
+
+// rot.v + tr, not reduced to the cell.
+vec3f applyso(const sym_oper_type& op, const vec3f& v);
+
+// The signed order of a rotation (-1 the inversion, -2 a mirror, ...); 0 when
+// the matrix is no crystallographic rotation.
+std::int32_t axes_rotation(const mat3i& rot);
+
+// Looks rot up among the rows i1 to i2 of mod6: found is the row, minus the
+// row when -rot matches, 0 (with the error pair set) when none does.
+void searchop(const mat3i& rot, std::int32_t i1, std::int32_t i2, std::int32_t& found);
+
+// Folds the first n vectors of t by modulo_lat; out, when given, receives
+// 2 - in.
+void mod_trans(std::int32_t n, std::vector<vec3f>& t, std::int32_t in = 0, std::int32_t* out = nullptr);
+
+// Decodes a lattice letter into the module's nlat, ltr, lat_ch and inlat; a
+// "Z" lattice takes its numl centring vectors from latc.
+void latsym(const std::string& symb, std::int32_t numl = 0, const std::vector<vec3f>* latc = nullptr);
+
+// True when v is a lattice vector of the lattice with letter lat ("Z": the
+// lattice last decoded by latsym).
+bool lattice_trans(const vec3f& v, const std::string& lat);
+
+// Number of points of the orbit of x in the cell.
+std::int32_t get_multip_pos_crys(const vec3f& x, const space_group_type& spg);
+
+// The points of the orbit of a Wyckoff site, without centring translations.
+void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::int32_t& orbit_count,
+                   std::array<std::string, 48>& orbit);
+
+// Crystal system of a set of rotations: code 1 to 7 (index of sys_cry, counted
+// from 1) and letter "a", "m", "o", "t", "h" or "c".
+void get_crystal_system_r_op(const std::vector<mat3i>& ops, std::int32_t count, std::int32_t& system_code,
+                             std::string& system_letter);
