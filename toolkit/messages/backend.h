@@ -53,6 +53,12 @@ class toolkit_backend {
   virtual void show_menus() {}
   // The event mask follows the enable table (mouse motion, exposure...).
   virtual void show_message_enabled(std::int32_t /*type*/, bool /*enabled*/) {}
+  // A child window opened (with its caption) or closed; handles start at 1.
+  virtual void show_child(std::int32_t /*handle*/, bool /*open*/, const std::string& /*caption*/) {}
+  // The pointer's shape over the windows: 0 arrow, 1 busy, 3 the probe cursor.
+  virtual void show_cursor(std::int32_t /*shape*/) {}
+  // The client area of the root window in pixels; 0 by 0 for a face without one.
+  virtual void client_size(std::int32_t& width, std::int32_t& height) { width = height = 0; }
 };
 
 // The backend in use. Until one is set, a face without a user (the defaults

@@ -6,6 +6,7 @@
 #include "toolkit/core/trim.h"
 #include "toolkit/core/werror.h"
 #include "toolkit/messages/backend.h"
+#include "toolkit/messages/child_window.h"
 #include "toolkit/messages/wmenu.h"
 #include "toolkit/messages/wmessage.h"
 
@@ -51,6 +52,7 @@ void windowopen2(const window_options_type& how) {
 
 void windowclose() {
   if (!open) return;
+  yyreset_children();
   current_backend().show_window(false);
   winitialise();
 }

@@ -1,0 +1,169 @@
+#include "toolkit/x11/x11_file_selector.h"
+
+#include <Xm/FileSB.h>
+#include <Xm/List.h>
+#include <Xm/Protocols.h>
+#include <dirent.h>
+#include <fnmatch.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "toolkit/x11/x11_display.h"
+#include "toolkit/x11/x11_modal.h"
+#include "toolkit/x11/x11_root_window.h"
+
+namespace {
+
+constexpr std::size_t max_filter_length = 1000;
+constexpr int save_flag = 1;
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::size_t start = 0;
+  for (;;) {
+    const std::size_t end = text.find(separator, start);
+    parts.push_back(text.substr(start, end == std::string::npos ? std::string::npos : end - start));
+    if (end == std::string::npos) return parts;
+    start = end + 1;
+  }
+}
+
+std::string trimmed(const std::string& s) {
+  const auto first = s.find_first_not_of(' ');
+  if (first == std::string::npos) return "";
+  return s.substr(first, s.find_last_not_of(' ') - first + 1);
+}
+
+bool is_directory(const std::string& path) {
+  struct stat st {};
+  return stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+// The directory of the name given, ending in "/", or the current one when the
+// name has none or it does not exist.
+std::string start_directory(const std::string& name) {
+  const std::string start = trimmed(name);
+  const std::size_t slash = start.rfind('/');
+  if (slash == std::string::npos) return "./";
+  // A name right under the root keeps its slash as the directory.
+  const std::string directory = start.substr(0, std::max<std::size_t>(slash, 1));
+  if (!is_directory(directory)) return "./";
+  return directory.back() == '/' ? directory : directory + "/";
+}
+
+struct selector_state {
+  std::vector<std::string> patterns;
+  int answer = 0;
+};
+
+// Lists the files of the directory that match the selector's patterns; Motif's
+// own search knows only one pattern.
+void search_files(Widget fsb, XtPointer call) {
+  auto* cb = static_cast<XmFileSelectionBoxCallbackStruct*>(call);
+  selector_state* state = nullptr;
+  XtVaGetValues(fsb, XmNuserData, &state, nullptr);
+  char* dir_text = nullptr;
+  XmStringGetLtoR(cb->dir, XmFONTLIST_DEFAULT_TAG, &dir_text);
+  const std::string directory = dir_text ? dir_text : "./";
+  XtFree(dir_text);
+
+  std::vector<std::string> names;
+  if (DIR* d = opendir(directory.c_str())) {
+    while (const dirent* entry = readdir(d)) {
+      const std::string name = entry->d_name;
+      if (name[0] == '.' || is_directory(directory + name)) continue;
+      if (state == nullptr || file_matches(name, state->patterns)) names.push_back(name);
+    }
+    closedir(d);
+  }
+  std::sort(names.begin(), names.end());
+  std::vector<XmString> items;
+  for (const std::string& n : names) {
+    items.push_back(XmStringCreateLocalized(const_cast<char*>((directory + n).c_str())));
+  }
+  XtVaSetValues(fsb, XmNfileListItems, items.data(), XmNfileListItemCount,
+                static_cast<int>(items.size()), XmNlistUpdated, True, nullptr);
+  for (XmString s : items) XmStringFree(s);
+}
+
+void pressed(Widget fsb, XtPointer, XtPointer call) {
+  selector_state* state = nullptr;
+  XtVaGetValues(fsb, XmNuserData, &state, nullptr);
+  state->answer = static_cast<XmAnyCallbackStruct*>(call)->reason == XmCR_OK ? 1 : 2;
+}
+
+void closed(Widget, XtPointer data, XtPointer) { static_cast<selector_state*>(data)->answer = 2; }
+
+}  // namespace
+
+std::vector<file_filter_type> parse_file_filter(const std::string& filter) {
+  const std::string text = trimmed(filter.substr(0, max_filter_length));
+  std::vector<std::string> items = split(text, '|');
+  std::vector<file_filter_type> rows;
+  for (std::size_t i = 0; i + 1 < items.size(); i += 2) {
+    if (trimmed(items[i + 1]).empty()) continue;
+    file_filter_type row{trimmed(items[i]), {}};
+    for (const std::string& p : split(items[i + 1], ';')) {
+      if (!trimmed(p).empty()) row.patterns.push_back(trimmed(p));
+    }
+    rows.push_back(row);
+  }
+  if (rows.empty()) rows.push_back({"", {"*"}});
+  return rows;
+}
+
+bool file_matches(const std::string& name, const std::vector<std::string>& patterns) {
+  return std::any_of(patterns.begin(), patterns.end(), [&](const std::string& p) {
+    return fnmatch(p.c_str(), name.c_str(), 0) == 0;
+  });
+}
+
+bool x11_select_file(const std::string& filter, int flags, std::string& name,
+                     const std::string& title) {
+  selector_state state;
+  state.patterns = parse_file_filter(filter).front().patterns;
+
+  const std::string directory = start_directory(name);
+
+  Widget parent = x11_root_is_open() ? x11_root_shell() : x11_application_shell();
+  XmString dir = XmStringCreateLocalized(const_cast<char*>(directory.c_str()));
+  XmString ok = XmStringCreateLocalized(const_cast<char*>(flags & save_flag ? "Save" : "Open"));
+  Arg args[] = {
+      {const_cast<char*>(XmNdirectory), reinterpret_cast<XtArgVal>(dir)},
+      {const_cast<char*>(XmNokLabelString), reinterpret_cast<XtArgVal>(ok)},
+      {const_cast<char*>(XmNfileSearchProc), reinterpret_cast<XtArgVal>(search_files)},
+      {const_cast<char*>(XmNuserData), reinterpret_cast<XtArgVal>(&state)},
+      {const_cast<char*>(XmNdialogStyle), static_cast<XtArgVal>(XmDIALOG_FULL_APPLICATION_MODAL)},
+      {const_cast<char*>(XmNdeleteResponse), static_cast<XtArgVal>(XmDO_NOTHING)},
+  };
+  Widget fsb = XmCreateFileSelectionDialog(parent, const_cast<char*>("selector"), args, XtNumber(args));
+  XmStringFree(dir);
+  XmStringFree(ok);
+  XtVaSetValues(XtParent(fsb), XmNtitle, title.empty() ? " " : title.c_str(), nullptr);
+  XtUnmanageChild(XmFileSelectionBoxGetChild(fsb, XmDIALOG_HELP_BUTTON));
+  XtAddCallback(fsb, XmNokCallback, pressed, nullptr);
+  XtAddCallback(fsb, XmNcancelCallback, pressed, nullptr);
+  Atom delete_window = XmInternAtom(x11_display(), const_cast<char*>("WM_DELETE_WINDOW"), False);
+  XmAddWMProtocolCallback(XtParent(fsb), delete_window, closed, &state);
+  XtManageChild(fsb);
+  x11_wait_for_answer(&state.answer);
+
+  bool chosen = false;
+  if (state.answer == 1) {
+    XmString selection = nullptr;
+    XtVaGetValues(fsb, XmNtextString, &selection, nullptr);
+    char* text = nullptr;
+    if (selection != nullptr && XmStringGetLtoR(selection, XmFONTLIST_DEFAULT_TAG, &text) && text) {
+      const std::string path = trimmed(text);
+      if (!path.empty() && !is_directory(path)) {
+        name = path;
+        chosen = true;
+      }
+      XtFree(text);
+    }
+    if (selection != nullptr) XmStringFree(selection);
+  }
+  XtDestroyWidget(XtParent(fsb));
+  return chosen;
+}

@@ -1,0 +1,68 @@
+#include "toolkit/x11/x11_message_box.h"
+
+#include <Xm/MessageB.h>
+#include <Xm/Protocols.h>
+
+#include "toolkit/x11/x11_display.h"
+#include "toolkit/x11/x11_modal.h"
+#include "toolkit/x11/x11_root_window.h"
+
+namespace {
+
+void pressed(Widget, XtPointer answer, XtPointer call) {
+  const auto* cb = static_cast<XmAnyCallbackStruct*>(call);
+  *static_cast<int*>(answer) = cb->reason == XmCR_OK ? 1 : 2;
+}
+
+void closed(Widget, XtPointer answer, XtPointer) { *static_cast<int*>(answer) = 2; }
+
+unsigned char dialog_type_of(int icon) {
+  switch (icon) {
+    case 1: return XmDIALOG_ERROR;
+    case 2: return XmDIALOG_QUESTION;
+    case 3: return XmDIALOG_WARNING;
+    case 4: return XmDIALOG_INFORMATION;
+    default: return XmDIALOG_MESSAGE;
+  }
+}
+
+}  // namespace
+
+int x11_message_box(int buttons, int icon, int default_button, const std::string& text,
+                    const std::string& title) {
+  Widget parent = x11_root_is_open() ? x11_root_shell() : x11_application_shell();
+  const bool yes_no = buttons == 3;
+  XmString message = XmStringCreateLocalized(const_cast<char*>(text.c_str()));
+  XmString ok = XmStringCreateLocalized(const_cast<char*>(yes_no ? "Yes" : "OK"));
+  XmString no = XmStringCreateLocalized(const_cast<char*>("No"));
+  // A blank title would let the window manager show the program's name; keep one blank.
+  const std::string caption = title.empty() ? " " : title;
+  Arg args[] = {
+      {const_cast<char*>(XmNmessageString), reinterpret_cast<XtArgVal>(message)},
+      {const_cast<char*>(XmNokLabelString), reinterpret_cast<XtArgVal>(ok)},
+      {const_cast<char*>(XmNcancelLabelString), reinterpret_cast<XtArgVal>(no)},
+      {const_cast<char*>(XmNdialogType), static_cast<XtArgVal>(dialog_type_of(icon))},
+      {const_cast<char*>(XmNdialogStyle), static_cast<XtArgVal>(XmDIALOG_FULL_APPLICATION_MODAL)},
+      {const_cast<char*>(XmNdefaultButtonType),
+       static_cast<XtArgVal>(yes_no && default_button == 2 ? XmDIALOG_CANCEL_BUTTON
+                                                           : XmDIALOG_OK_BUTTON)},
+      {const_cast<char*>(XmNdeleteResponse), static_cast<XtArgVal>(XmDO_NOTHING)},
+  };
+  Widget box = XmCreateMessageDialog(parent, const_cast<char*>("message"), args, XtNumber(args));
+  XmStringFree(message);
+  XmStringFree(ok);
+  XmStringFree(no);
+  XtVaSetValues(XtParent(box), XmNtitle, caption.c_str(), nullptr);
+  XtUnmanageChild(XmMessageBoxGetChild(box, XmDIALOG_HELP_BUTTON));
+  if (!yes_no) XtUnmanageChild(XmMessageBoxGetChild(box, XmDIALOG_CANCEL_BUTTON));
+
+  int answer = 0;
+  XtAddCallback(box, XmNokCallback, pressed, &answer);
+  XtAddCallback(box, XmNcancelCallback, pressed, &answer);
+  Atom delete_window = XmInternAtom(x11_display(), const_cast<char*>("WM_DELETE_WINDOW"), False);
+  XmAddWMProtocolCallback(XtParent(box), delete_window, closed, &answer);
+  XtManageChild(box);
+  x11_wait_for_answer(&answer);
+  XtDestroyWidget(XtParent(box));
+  return answer;
+}
