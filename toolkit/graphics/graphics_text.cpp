@@ -2,22 +2,13 @@
 
 #include <string>
 
+#include "toolkit/core/trim.h"
 #include "toolkit/core/werror.h"
 #include "toolkit/graphics/graphics_area.h"
 #include "toolkit/graphics/graphics_colour.h"
 #include "toolkit/graphics/graphics_state.h"
 #include "toolkit/graphics/graphics_targets.h"
 #include "toolkit/graphics/number_format.h"
-
-namespace {
-
-// Texts come blank padded; the padding is not drawn.
-std::string_view trimmed(std::string_view s) {
-  const auto end = s.find_last_not_of(' ');
-  return end == std::string_view::npos ? std::string_view{} : s.substr(0, end + 1);
-}
-
-}  // namespace
 
 void wgrtextfont(std::optional<int> family, std::optional<int> style, std::optional<float> width,
                  std::optional<float> height) {
@@ -47,7 +38,7 @@ canvas_text_style current_text_style() {
 
 void wgrtextstring(float x, float y, std::string_view text) {
   canvas* c = current_canvas();
-  const std::string_view shown = trimmed(text);
+  const std::string shown = yytrim(text);
   if (!c || shown.empty()) return;
   c->text(units_to_canvas(x, y), shown, current_text_style());
 }
@@ -64,7 +55,7 @@ void wgrtextreal(float x, float y, float value, std::string_view format) {
 }
 
 float wgrtextlength(std::string_view text) {
-  const std::string_view shown = trimmed(text);
+  const std::string shown = yytrim(text);
   const canvas* c = current_canvas();
   const canvas_text_style style = current_text_style();
   if (!c || style.char_width <= 0) return static_cast<float>(shown.size());

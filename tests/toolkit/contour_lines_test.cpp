@@ -1,0 +1,249 @@
+#include <cmath>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "tests/toolkit/plot_fixture.h"
+#include "toolkit/plots/contour.h"
+
+namespace {
+
+// Values of f at the nodes of an n1 x n2 grid whose node (i, j) stands at
+// plot position (i, j), first index fastest.
+template <class F>
+std::vector<float> sample(int n1, int n2, F f) {
+  std::vector<float> z;
+  for (int j = 1; j <= n2; ++j)
+    for (int i = 1; i <= n1; ++i) z.push_back(static_cast<float>(f(i, j)));
+  return z;
+}
+
+void open_grid_plot(int n1, int n2, int sets) {
+  const int nvals[2] = {n1, n2};
+  ipgnewplot2(8, sets, nvals);
+  ipgunits(1, 1, static_cast<float>(n1), static_cast<float>(n2));
+  for (int L = 1; L <= sets; ++L) ipgstyle(L, 0, 0, 0, 196 + L, 0);
+}
+
+}  // namespace
+
+using contour_lines = recorded_plot;
+
+// A cone: the contour at level r is the circle of radius r around the apex.
+// Every point lies on it within the error of linear interpolation, and each
+// circle is one closed line whose last point repeats its first.
+TEST_F(contour_lines, ConeGivesClosedCircles) {
+  const double cx = 20.3, cy = 19.6;
+  const auto z = sample(41, 41, [&](int i, int j) { return std::hypot(i - cx, j - cy); });
+  open_grid_plot(41, 41, 4);
+  const float levels[4] = {4, 8, 12, 16};
+  ipgcontour2(z, 41, 41, levels);
+  EXPECT_EQ(winfoerror(1), 0);
+  const auto lines = drawn_of(recorded_kind::polyline);
+  ASSERT_EQ(lines.size(), 4u);
+  std::set<int> colours;
+  for (const auto* line : lines) {
+    const int L = line->colour.number - 196;
+    colours.insert(L);
+    const double r = levels[L - 1];
+    EXPECT_GT(line->points.size(), 8u);
+    for (const auto& p : line->points) {
+      const plot_point q = in_plot_units(p);
+      EXPECT_NEAR(std::hypot(q.x - cx, q.y - cy), r, 0.03) << "level " << r;
+    }
+    EXPECT_FLOAT_EQ(line->points.front().x, line->points.back().x);
+    EXPECT_FLOAT_EQ(line->points.front().y, line->points.back().y);
+  }
+  EXPECT_EQ(colours, (std::set<int>{1, 2, 3, 4}));
+}
+
+// A plane: linear interpolation is exact, lines are straight and open, and
+// they end on the border.
+TEST_F(contour_lines, PlaneGivesStraightOpenLines) {
+  const auto z = sample(12, 9, [](int i, int j) { return 0.5 * i + j; });
+  open_grid_plot(12, 9, 3);
+  const float levels[3] = {3.3f, 6.0f, 9.7f};
+  ipgcontour2(z, 12, 9, levels);
+  const auto lines = drawn_of(recorded_kind::polyline);
+  ASSERT_EQ(lines.size(), 3u);
+  for (const auto* line : lines) {
+    const double level = levels[line->colour.number - 197];
+    for (const auto& p : line->points) {
+      const plot_point q = in_plot_units(p);
+      EXPECT_NEAR(0.5 * q.x + q.y, level, 1e-3);
+    }
+    auto on_border = [](plot_point q) {
+      return std::fabs(q.x - 1) < 1e-3 || std::fabs(q.x - 12) < 1e-3 || std::fabs(q.y - 1) < 1e-3 ||
+             std::fabs(q.y - 9) < 1e-3;
+    };
+    EXPECT_TRUE(on_border(in_plot_units(line->points.front())));
+    EXPECT_TRUE(on_border(in_plot_units(line->points.back())));
+  }
+}
+
+// A saddle cell: the sides are paired by comparing the crossings on the top
+// and bottom sides. The grid turned by 180 degrees gives the same picture turned.
+TEST_F(contour_lines, SaddleCellPairsSidesConsistently) {
+  struct row {
+    float z11, z21, z12, z22;
+    std::set<std::pair<std::pair<double, double>, std::pair<double, double>>> segments;
+  };
+  auto seg = [](double x1, double y1, double x2, double y2) {
+    std::pair<double, double> a{std::round(x1 * 1e4) / 1e4, std::round(y1 * 1e4) / 1e4};
+    std::pair<double, double> b{std::round(x2 * 1e4) / 1e4, std::round(y2 * 1e4) / 1e4};
+    return a < b ? std::make_pair(a, b) : std::make_pair(b, a);
+  };
+  const row rows[] = {
+      // top crossing (1/6) left of the bottom one (1/2): bottom pairs with right, left with top
+      {1, 0, 0, 3, {seg(1.5, 1, 2, 1 + 1.0 / 6), seg(1, 1.5, 1 + 1.0 / 6, 2)}},
+      {3, 0, 0, 1, {seg(1 + 5.0 / 6, 1, 2, 1.5), seg(1, 1 + 5.0 / 6, 1.5, 2)}},
+      // equal crossings: bottom pairs with left, top with right
+      {1, 0, 0, 1, {seg(1.5, 1, 1, 1.5), seg(1.5, 2, 2, 1.5)}},
+  };
+  for (const row& r : rows) {
+    screen.forget();
+    const float z[4] = {r.z11, r.z21, r.z12, r.z22};
+    open_grid_plot(2, 2, 1);
+    const float level[1] = {0.5f};
+    ipgcontour2(z, 2, 2, level);
+    std::set<std::pair<std::pair<double, double>, std::pair<double, double>>> got;
+    for (const auto* line : drawn_of(recorded_kind::polyline)) {
+      ASSERT_EQ(line->points.size(), 2u);
+      const plot_point a = in_plot_units(line->points[0]), b = in_plot_units(line->points[1]);
+      got.insert(seg(a.x, a.y, b.x, b.y));
+    }
+    EXPECT_EQ(got, r.segments) << r.z11 << " " << r.z22;
+  }
+}
+
+// A level equal to a plateau: edges lying flat in the level are no crossing,
+// so the line runs along the plateau's rim and never inside it.
+TEST_F(contour_lines, PlateauAtTheLevelIsNotCrossed) {
+  const auto z = sample(7, 7, [](int i, int j) { return std::abs(i - 4) <= 1 && std::abs(j - 4) <= 1 ? 1.0 : 0.0; });
+  open_grid_plot(7, 7, 1);
+  const float level[1] = {1.0f};
+  ipgcontour2(z, 7, 7, level);
+  const auto lines = drawn_of(recorded_kind::polyline);
+  ASSERT_EQ(lines.size(), 1u);
+  // 12 edges run from the rim outward (two at each corner node), the first repeated.
+  EXPECT_EQ(lines[0]->points.size(), 13u);
+  for (const auto& p : lines[0]->points) {
+    const plot_point q = in_plot_units(p);
+    EXPECT_NEAR(std::max(std::fabs(q.x - 4), std::fabs(q.y - 4)), 1.0, 1e-4);
+  }
+}
+
+// A zigzag field on 40 x 40 whose one contour crosses about 1400 edges: it is
+// drawn in pieces of at most 500 points that together visit every crossed edge.
+TEST_F(contour_lines, LongLineIsDrawnInPieces) {
+  auto f = [](int i, int j) { return j + (i % 2 == 0 ? 17.0 : -17.0); };
+  const auto z = sample(40, 40, f);
+  open_grid_plot(40, 40, 1);
+  const float level[1] = {20.5f};
+  ipgcontour2(z, 40, 40, level);
+  std::set<std::pair<long, long>> crossings;
+  for (int j = 1; j <= 40; ++j)
+    for (int i = 1; i <= 40; ++i) {
+      auto add = [&](int i2, int j2) {
+        const double a = f(i, j), b = f(i2, j2);
+        if (std::min(a, b) < 20.5 && 20.5 <= std::max(a, b)) {
+          const double t = (20.5 - a) / (b - a);
+          crossings.insert({std::lround((i + t * (i2 - i)) * 1000), std::lround((j + t * (j2 - j)) * 1000)});
+        }
+      };
+      if (i < 40) add(i + 1, j);
+      if (j < 40) add(i, j + 1);
+    }
+  ASSERT_GT(crossings.size(), 1000u);
+  std::set<std::pair<long, long>> traced;
+  const auto lines = drawn_of(recorded_kind::polyline);
+  EXPECT_GE(lines.size(), 3u);
+  for (const auto* line : lines) {
+    EXPECT_LE(line->points.size(), 500u);
+    for (const auto& p : line->points) {
+      const plot_point q = in_plot_units(p);
+      traced.insert({std::lround(q.x * 1000), std::lround(q.y * 1000)});
+    }
+  }
+  EXPECT_EQ(traced, crossings);
+}
+
+// Levels taken from the z units when none are given: L * zplen / npset + zpmin.
+TEST_F(contour_lines, DefaultLevelsSpreadOverZUnits) {
+  const auto z = sample(5, 5, [](int i, int) { return i; });
+  open_grid_plot(5, 5, 4);
+  ipgunitsz(1, 5);
+  ipgcontour2(z, 5, 5);
+  std::set<long> xs;
+  for (const auto* line : drawn_of(recorded_kind::polyline))
+    for (const auto& p : line->points) xs.insert(std::lround(in_plot_units(p).x * 1000));
+  EXPECT_EQ(xs, (std::set<long>{2000, 3000, 4000, 5000}));
+}
+
+TEST_F(contour_lines, BadCallsDrawNothing) {
+  const auto z = sample(5, 5, [](int i, int j) { return i + j; });
+  struct row {
+    int igtype, nx, ny;
+    std::vector<float> levels;
+    int error;
+    const char* routine;
+  };
+  const row rows[] = {
+      {8, 4, 5, {3, 5}, 1143, "IPgContour2"},     // row stride below npval1
+      {8, 5, 4, {3, 5}, 1143, "IPgContour2"},     // too few rows
+      {8, 5, 5, {3, 3}, 43, "IPgContour2"},       // equal levels, as a flat section gives
+      {8, 5, 5, {5, 3}, 43, "IPgContour2"},       // descending
+      {4, 5, 5, {3, 5}, 0, ""},                   // not a grid plot: silently nothing
+  };
+  for (const row& r : rows) {
+    screen.forget();
+    const int nvals[2] = {5, 5};
+    ipgnewplot2(r.igtype, 2, nvals);
+    ipgcontour2(z, r.nx, r.ny, r.levels);
+    EXPECT_EQ(winfoerror(1), r.error) << r.nx << " " << r.ny;
+    if (r.error) {
+      EXPECT_EQ(yyerror_routine(), r.routine);
+    }
+    EXPECT_TRUE(drawn().empty());
+  }
+}
+
+// The graphics style is the same after the call as before it.
+TEST_F(contour_lines, StyleIsRestored) {
+  const auto z = sample(5, 5, [](int i, int j) { return i * j; });
+  open_grid_plot(5, 5, 2);
+  ipgstyle(1, 2, 0, 0, 30, 0, 3);
+  igrcolourn(120);
+  igrlinetype(1);
+  const float levels[2] = {4, 9};
+  ipgcontour2(z, 5, 5, levels);
+  const auto lines = drawn_of(recorded_kind::polyline);
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[0]->pen.type, 2);
+  EXPECT_EQ(lines[0]->pen.width, 3);  // width factor of set 1
+  EXPECT_EQ(lines[1]->pen.width, 1);
+  EXPECT_EQ(igrstate.icolnum, 120);
+  EXPECT_EQ(igrstate.lintyp, 1);
+  EXPECT_EQ(igrstate.linwid, 1);
+}
+
+// With node positions given, each cell is cut into triangles: on a plane the
+// segments still lie exactly on the level line, at the given positions.
+TEST_F(contour_lines, CellMethodWithPositions) {
+  const auto z = sample(4, 3, [](int i, int j) { return i + 2.0 * j; });
+  open_grid_plot(4, 3, 1);
+  ipgunits(0, 0, 8, 3);
+  const float xpos[4] = {0, 2, 5, 8};
+  const float level[1] = {5.5f};
+  ipgcontour2(z, 4, 3, level, xpos);
+  const auto lines = drawn_of(recorded_kind::polyline);
+  ASSERT_FALSE(lines.empty());
+  for (const auto* line : lines)
+    for (const auto& p : line->points) {
+      const plot_point q = in_plot_units(p);
+      // i runs 1..4 over xpos piecewise linearly, j 1..3 evenly over y 0..3.
+      const double i = q.x <= 2 ? 1 + q.x / 2 : q.x <= 5 ? 2 + (q.x - 2) / 3 : 3 + (q.x - 5) / 3;
+      const double j = 1 + q.y * 2 / 3;
+      EXPECT_NEAR(i + 2 * j, 5.5, 1e-3);
+    }
+}

@@ -1,0 +1,156 @@
+// Filled contours. Cells that lie within one band are merged into runs
+// along a row and drawn as one rectangle; a cell that holds a band boundary
+// is divided into igranul x igranul boxes, merged along each sub-row.
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "toolkit/graphics/graphics_colour.h"
+#include "toolkit/graphics/graphics_shapes.h"
+#include "toolkit/graphics/graphics_state.h"
+#include "toolkit/plots/contour.h"
+#include "toolkit/plots/contour_grid.h"
+#include "toolkit/plots/plot_setup.h"
+#include "toolkit/plots/plot_state.h"
+#include "toolkit/plots/plot_style_save.h"
+
+namespace {
+
+class band_filler {
+ public:
+  band_filler(const contour_grid& grid, const std::vector<float>& boundaries)
+      : grid_(grid), boundaries_(boundaries) {}
+
+  void run() {
+    const auto& s = ipgstate;
+    for (int j = s.npval2 - 1; j >= 1; --j) {
+      for (int i = 1; i <= s.npval1 - 1; ++i) cell(i, j);
+      flush_run(j);
+    }
+  }
+
+ private:
+  // The band of a value: the first boundary above it, else the last band.
+  int band(float v) const {
+    const auto it = std::upper_bound(boundaries_.begin(), boundaries_.end(), v);
+    return static_cast<int>(it - boundaries_.begin()) + 1;
+  }
+
+  static float node_x(float i) {
+    const auto& s = ipgstate;
+    return std::fabs(s.xplen) * (i - 1) / s.rnval11 + s.xplow;
+  }
+  static float node_y(float j) {
+    const auto& s = ipgstate;
+    return std::fabs(s.yplen) * (j - 1) / s.rnval21 + s.yplow;
+  }
+
+  void cell(int i, int j) {
+    const float z1 = grid_.at(i, j), z2 = grid_.at(i + 1, j);
+    const float z3 = grid_.at(i + 1, j + 1), z4 = grid_.at(i, j + 1);
+    const int low_band = band(std::min({z1, z2, z3, z4}));
+    const int high_band = band(std::max({z1, z2, z3, z4}));
+    const float x1 = node_x(static_cast<float>(i)), x2 = node_x(static_cast<float>(i + 1));
+    if (low_band == high_band) {
+      if (run_band_ != 0 && run_band_ != low_band) flush_run(j);
+      if (run_band_ == 0) {
+        run_band_ = low_band;
+        run_start_ = x1;
+      }
+      run_end_ = x2;
+      return;
+    }
+    flush_run(j);
+    if (ipgstate.layshd == 1)
+      shaded_cell(i, j);
+    else
+      divided_cell(i, j, x1, x2);
+  }
+
+  void flush_run(int j) {
+    if (run_band_ == 0) return;
+    fill_box(run_band_, run_start_, node_y(static_cast<float>(j)), run_end_, node_y(static_cast<float>(j + 1)));
+    run_band_ = 0;
+  }
+
+  void divided_cell(int i, int j, float x1, float x2) {
+    const int G = ipgstate.igranul;
+    const float g_count = static_cast<float>(G);
+    const float z1 = grid_.at(i, j), z2 = grid_.at(i + 1, j);
+    const float dL = (grid_.at(i, j + 1) - z1) / g_count;
+    const float dR = (grid_.at(i + 1, j + 1) - z2) / g_count;
+    const float width = (x2 - x1) / g_count;
+    const float y1 = node_y(static_cast<float>(j)), y2 = node_y(static_cast<float>(j + 1));
+    const float height = (y2 - y1) / g_count;
+    for (int r = G - 1; r >= 0; --r) {
+      const float vL = z1 + static_cast<float>(r + 1) * dL;
+      const float vR = z2 + static_cast<float>(r + 1) * dR;
+      const float g = (vR - vL) / g_count;
+      const float bottom = y1 + static_cast<float>(r) * height;
+      const float top = bottom + height;
+      int run = 0;
+      float start = x1;
+      for (int s = 0; s < G; ++s) {
+        const int b = band(vL + static_cast<float>(s) * g + (2 * g - dL - dR) / 4);
+        const float left = x1 + static_cast<float>(s) * width;
+        if (b == run) continue;
+        if (run != 0) fill_box(run, start, bottom, left, top);
+        run = b;
+        start = left;
+      }
+      fill_box(run, start, bottom, x2, top);
+    }
+  }
+
+  // A cell as one polygon whose colour runs between its corners' band colours.
+  void shaded_cell(int i, int j) {
+    const int ci[4] = {i, i + 1, i + 1, i};
+    const int cj[4] = {j, j, j + 1, j + 1};
+    float x[4], y[4];
+    int colours[4];
+    for (int k = 0; k < 4; ++k) {
+      ipgunitstogrunits(node_x(static_cast<float>(ci[k])), node_y(static_cast<float>(cj[k])), x[k], y[k]);
+      colours[k] = ipgstate.ipgcol[band(grid_.at(ci[k], cj[k]))][0];
+    }
+    igrpolygonshaded(x, y, colours, 4);
+  }
+
+  void fill_box(int b, float x1, float y1, float x2, float y2) {
+    const auto& s = ipgstate;
+    if (b != last_band_) {
+      igrstate.ifstyl = s.ipgstyl[b][0];
+      igrstate.ifdens = s.ipgstyl[b][1];
+      igrstate.ifangl = s.ipgstyl[b][2];
+      if (igrstate.ifstyl == 3) igrcolourn(s.ipgcol[b][1]);
+      igrcolourn(s.ipgcol[b][0]);
+      last_band_ = b;
+    }
+    if (igrstate.ifstyl == 0) return;
+    float gx1, gy1, gx2, gy2;
+    ipgunitstogrunits(x1, y1, gx1, gy1);
+    ipgunitstogrunits(x2, y2, gx2, gy2);
+    igrrectangle(gx1, gy1, gx2, gy2);
+  }
+
+  const contour_grid& grid_;
+  const std::vector<float>& boundaries_;
+  int run_band_ = 0;
+  float run_start_ = 0, run_end_ = 0;
+  int last_band_ = 0;
+};
+
+}  // namespace
+
+void ipgconfill2(std::span<const float> z, int nx, int ny, std::span<const float> levels,
+                 std::span<const float>, std::span<const float>) {
+  const auto& s = ipgstate;
+  if (s.igtype != 8 || s.laycol != 0) return;
+  const contour_grid grid{z, nx};
+  if (!contour_grid_fits(grid, ny, "IPgConFill2")) return;
+  std::vector<float> boundaries;
+  if (!contour_levels(levels, s.npset - 1, "IPgConFill2", boundaries)) return;
+  const graphics_style_type saved = yypgsaverestore();
+  igrstate.ifbord = 0;
+  band_filler(grid, boundaries).run();
+  yypgsaverestore(saved);
+}

@@ -1,0 +1,305 @@
+// Contour lines by line following. Lines are found by a square spiral scan
+// over the grid nodes and followed cell by cell; each grid edge remembers,
+// per level, whether it still needs attention (the `done` bits), so that no
+// edge is tested twice at one level.
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "toolkit/graphics/graphics_colour.h"
+#include "toolkit/graphics/graphics_lines.h"
+#include "toolkit/graphics/graphics_state.h"
+#include "toolkit/plots/contour.h"
+#include "toolkit/plots/contour_cells.h"
+#include "toolkit/plots/contour_grid.h"
+#include "toolkit/plots/plot_setup.h"
+#include "toolkit/plots/plot_state.h"
+#include "toolkit/plots/plot_style_save.h"
+
+namespace {
+
+constexpr int max_line_points = 500;
+
+// x and y steps of the four cell sides 0 bottom, 1 left, 2 top, 3 right:
+// MOVE(s) and MOVE(s + 2).
+constexpr int MOVE[6] = {1, 0, 0, 1, 1, 0};
+
+// An edge of the grid: from node (i, j) along i (dir 0) or along j (dir 1).
+struct grid_edge {
+  int i = 1, j = 1, dir = 0;
+};
+
+// The `done` bits: one per edge and level.
+class edge_bits {
+ public:
+  edge_bits(int npval1, int npval2, int npset)
+      : npval1_(npval1), npval2_(npval2),
+        words_(static_cast<std::size_t>(2LL * npval1 * npval2 * npset / 32 + 1), 0u) {}
+  bool test(const grid_edge& e, int level) const {
+    const std::int64_t b = index(e, level);
+    return (words_[b >> 5] >> (b & 31)) & 1u;
+  }
+  void set(const grid_edge& e, int level) {
+    const std::int64_t b = index(e, level);
+    words_[b >> 5] |= 1u << (b & 31);
+  }
+
+ private:
+  std::int64_t index(const grid_edge& e, int level) const {
+    return 2 * (static_cast<std::int64_t>(npval1_) * (static_cast<std::int64_t>(npval2_) * (level - 1) + (e.j - 1)) +
+                (e.i - 1)) +
+           e.dir;
+  }
+  int npval1_, npval2_;
+  std::vector<std::uint32_t> words_;
+};
+
+// The square spiral over the grid nodes around a centre: ring after ring,
+// each ring walked along +j, -i, -j, +i, clipped to the grid.
+class spiral_scan {
+ public:
+  spiral_scan(int n1, int n2) : n1_(n1), n2_(n2) {}
+
+  void centre_on(int i, int j) {
+    ci_ = i;
+    cj_ = j;
+    ring_ = 0;
+    side_ = 4;
+    step_ = 0;
+  }
+
+  // The next node, false when every ring has left the grid.
+  bool next(int& i, int& j) {
+    for (;;) {
+      if (side_ == 4) {
+        if (ring_ == 0 && step_ == 0) {
+          step_ = 1;
+          i = ci_;
+          j = cj_;
+          return true;
+        }
+        ++ring_;
+        if (ci_ - ring_ < 1 && ci_ + ring_ > n1_ && cj_ - ring_ < 1 && cj_ + ring_ > n2_) return false;
+        side_ = 0;
+        step_ = 0;
+      }
+      if (step_ < 2 * ring_) {
+        node_on_side(step_++, i, j);
+        if (i >= 1 && i <= n1_ && j >= 1 && j <= n2_) return true;
+        continue;
+      }
+      if (++side_ < 4) step_ = 0;
+    }
+  }
+
+ private:
+  void node_on_side(int k, int& i, int& j) const {
+    const int r = ring_;
+    switch (side_) {
+      case 0: i = ci_ + r, j = cj_ - r + 1 + k; break;
+      case 1: i = ci_ + r - 1 - k, j = cj_ + r; break;
+      case 2: i = ci_ - r, j = cj_ + r - 1 - k; break;
+      default: i = ci_ - r + 1 + k, j = cj_ - r; break;
+    }
+  }
+
+  int n1_, n2_;
+  int ci_ = 1, cj_ = 1, ring_ = 0, side_ = 4, step_ = 0;
+};
+
+class line_follower {
+ public:
+  line_follower(const contour_grid& grid, const std::vector<float>& levels)
+      : grid_(grid), levels_(levels), done_(ipgstate.npval1, ipgstate.npval2, ipgstate.npset) {}
+
+  void run() {
+    spiral_scan scan(n1(), n2());
+    int ci = 1, cj = 1;
+    for (int pass = 0; pass <= 1; ++pass) {
+      scan.centre_on(ci, cj);
+      int i = 0, j = 0;
+      while (scan.next(i, j)) {
+        if (!start_lines_at(i, j, pass)) continue;
+        ci = end_.i;
+        cj = end_.j;
+        scan.centre_on(ci, cj);
+      }
+    }
+  }
+
+ private:
+  int n1() const { return ipgstate.npval1; }
+  int n2() const { return ipgstate.npval2; }
+
+  float value(int i, int j) const { return grid_.at(i, j); }
+  float far_value(const grid_edge& e) const { return e.dir == 0 ? value(e.i + 1, e.j) : value(e.i, e.j + 1); }
+
+  // 0 for an inner edge; 1 on the low border of the other axis, plus 2 on its high border.
+  int side_status(const grid_edge& e) const {
+    const int other = e.dir == 0 ? e.j : e.i;
+    const int last = e.dir == 0 ? n2() : n1();
+    return (other == 1 ? 1 : 0) + (other == last ? 2 : 0);
+  }
+
+  static bool crosses(float a, float b, float level) {
+    return std::min(a, b) < level && level <= std::max(a, b);
+  }
+
+  // Tries the two edges that start at a node; true when a line was traced.
+  bool start_lines_at(int i, int j, int pass) {
+    for (int dir = 0; dir <= 1; ++dir) {
+      const grid_edge e{i, j, dir};
+      if ((dir == 0 && i >= n1()) || (dir == 1 && j >= n2())) continue;
+      const int s = side_status(e);
+      if (s == 3 || s + pass == 0) continue;
+      const float a = value(i, j), b = far_value(e);
+      for (int L = 1; L <= ipgstate.npset; ++L) {
+        if (done_.test(e, L)) continue;
+        if (crosses(a, b, levels_[L - 1])) {
+          trace(e, s, L, (levels_[L - 1] - a) / (b - a));
+          return true;
+        }
+        done_.set(e, L);
+      }
+    }
+    return false;
+  }
+
+  // Corner values of a side of cell (i, j), from its lower to its upper end.
+  void side_ends(int ci, int cj, int side, float& a, float& b) const {
+    switch (side) {
+      case 0: a = value(ci, cj), b = value(ci + 1, cj); break;
+      case 1: a = value(ci, cj), b = value(ci, cj + 1); break;
+      case 2: a = value(ci, cj + 1), b = value(ci + 1, cj + 1); break;
+      default: a = value(ci + 1, cj), b = value(ci + 1, cj + 1); break;
+    }
+  }
+
+  static grid_edge edge_of_side(int ci, int cj, int side) {
+    if (side < 2) return {ci, cj, side};
+    return {ci + MOVE[side], cj + MOVE[side + 2], side - 2};
+  }
+
+  void append_point(const grid_edge& e, float t) {
+    const auto& s = ipgstate;
+    const float gi = static_cast<float>(e.i) + (e.dir == 0 ? t : 0.0f);
+    const float gj = static_cast<float>(e.j) + (e.dir == 1 ? t : 0.0f);
+    const float x = std::fabs(s.xplen) * (gi - 1) / s.rnval11 + s.xplow;
+    const float y = std::fabs(s.yplen) * (gj - 1) / s.rnval21 + s.yplow;
+    float gx = 0, gy = 0;
+    ipgunitstogrunits(x, y, gx, gy);
+    xpoly_.push_back(gx);
+    ypoly_.push_back(gy);
+  }
+
+  void set_line_style(int L) {
+    const int type = ipgstate.ipgstyl[L][0];
+    if (type == -999) return;
+    const int wanted = type < 0 ? 0 : type;
+    if (wanted != igrstate.lintyp) igrlinetype(wanted);
+    if (ipgstate.laycol == 3)
+      set_gradient_colour(levels_[L - 1]);
+    else
+      igrcolourn(ipgstate.ipgcol[L][0]);
+  }
+
+  // Colour over height: each channel runs between the colours of set 1.
+  static void set_gradient_colour(float level) {
+    const auto& s = ipgstate;
+    int r1, g1, b1, r2, g2, b2;
+    wrgbsplit(palette_colour(s.ipgcol[1][0]).value, r1, g1, b1);
+    wrgbsplit(palette_colour(s.ipgcol[1][1]).value, r2, g2, b2);
+    const float f = std::clamp((level - s.zpmin) / s.zplen, 0.0f, 1.0f);
+    auto mix = [f](int a, int b) { return static_cast<int>(std::lround(static_cast<float>(a) + f * static_cast<float>(b - a))); };
+    igrstate.icolnum = -1;
+    igrstate.icolvalue = wrgb(mix(r1, r2), mix(g1, g2), mix(b1, b2));
+  }
+
+  void finish_line(int L) {
+    const int type = ipgstate.ipgstyl[L][0];
+    const int n = static_cast<int>(xpoly_.size());
+    if (type == -999) {
+      igrmoveto(xpoly_.back(), ypoly_.back());
+    } else {
+      const int factor = ipgstate.ipgthick[L];
+      const int width = igrstate.linwid;
+      if (factor != 1) igrlinewidth(width * factor);
+      igrpolyline(xpoly_.data(), ypoly_.data(), n);
+      if (factor != 1) igrlinewidth(width);
+    }
+    xpoly_.clear();
+    ypoly_.clear();
+  }
+
+  // Follows one line of level L from edge e, entered from side status s, with
+  // the crossing at t along the edge.
+  void trace(grid_edge e, int s, int L, float t) {
+    const float level = levels_[L - 1];
+    int entry = s == 1 ? e.dir : e.dir + 2;
+    int ci = e.i - (entry >= 2 ? MOVE[entry] : 0);
+    int cj = e.j - (entry >= 2 ? MOVE[entry + 2] : 0);
+    int state = 2;
+    float cinter[4] = {0, 0, 0, 0};
+    for (;;) {
+      append_point(e, t);
+      done_.set(e, L);
+      if (xpoly_.size() == 1) set_line_style(L);
+      if (state != 2 || static_cast<int>(xpoly_.size()) >= max_line_points) break;
+
+      cinter[entry] = t;
+      int crossed = 0, exit = -1;
+      for (int side = 0; side < 4; ++side) {
+        if (side == entry) continue;
+        float a = 0, b = 0;
+        side_ends(ci, cj, side, a, b);
+        if (!crosses(a, b, level)) continue;
+        cinter[side] = (level - a) / (b - a);
+        ++crossed;
+        exit = side;
+      }
+      if (crossed != 1) {
+        // A saddle: pair the sides the same way whichever side the line came in by.
+        exit = cinter[2] < cinter[0] ? 3 - entry : 1 - entry;
+        if (exit < 0) exit += 4;
+      }
+      t = cinter[exit];
+      e = edge_of_side(ci, cj, exit);
+      if (done_.test(e, L))
+        state = 4;
+      else
+        state = side_status(e) != 0 ? 3 : 2;
+      entry = (exit + 2) % 4;
+      ci += exit == 3 ? 1 : exit == 1 ? -1 : 0;
+      cj += exit == 2 ? 1 : exit == 0 ? -1 : 0;
+    }
+    end_ = e;
+    finish_line(L);
+  }
+
+  const contour_grid& grid_;
+  const std::vector<float>& levels_;
+  edge_bits done_;
+  std::vector<float> xpoly_, ypoly_;
+  grid_edge end_;
+};
+
+}  // namespace
+
+void ipgcontour2(std::span<const float> z, int nx, int ny, std::span<const float> levels,
+                 std::span<const float> xpos, std::span<const float> ypos) {
+  if (ipgstate.igtype != 8) return;
+  const contour_grid grid{z, nx};
+  if (!contour_grid_fits(grid, ny, "IPgContour2")) return;
+  std::vector<float> level_values;
+  if (!contour_levels(levels, ipgstate.npset, "IPgContour2", level_values)) return;
+  const graphics_style_type saved = yypgsaverestore();
+  if (!xpos.empty() || !ypos.empty()) {
+    contour_cells(grid, level_values, xpos, ypos);
+  } else {
+    igrstate.ichali = 1;
+    igrstate.chrotar = 0;
+    line_follower(grid, level_values).run();
+  }
+  yypgsaverestore(saved);
+}
