@@ -20,6 +20,12 @@ bool carries_position(std::int32_t type) {
 class x11_backend final : public toolkit_backend {
  public:
   void next_event(std::int32_t& type, message_record& record) override {
+    // With the display gone nothing can happen any more but the end.
+    if (x11_display() == nullptr) {
+      type = msg_close_request;
+      record = message_record{};
+      return;
+    }
     while (!x11_take(type, record)) {
       XEvent event;
       XtAppNextEvent(x11_app(), &event);
@@ -29,13 +35,17 @@ class x11_backend final : public toolkit_backend {
     if (carries_position(type)) igrunitsfrompixels(record.raw_x, record.raw_y, record.gx, record.gy);
   }
 
+  // After the window closed there is no screen to ask on: a box takes its
+  // default button and a selector is cancelled.
   int message_box(int buttons, int icon, int default_button, const std::string& text,
                   const std::string& title) override {
+    if (x11_display() == nullptr) return default_button;
     return x11_message_box(buttons, icon, default_button, text, title);
   }
 
   bool select_file(const std::string& filter, int flags, std::string& name,
                    const std::string& title) override {
+    if (x11_display() == nullptr) return false;
     return x11_select_file(filter, flags, name, title);
   }
 
@@ -52,11 +62,14 @@ class x11_backend final : public toolkit_backend {
   void show_caption(const std::string& caption) override { x11_root_caption(caption); }
 
   void show_status_parts() override {
+    if (!x11_root_is_open()) return;
     const std::vector<std::int32_t>& widths = status_widths();
     x11_statusbar_parts(std::vector<int>(widths.begin(), widths.end()), false);
   }
 
-  void show_status_text(int part, const std::string& text) override { x11_statusbar_text(part, text); }
+  void show_status_text(int part, const std::string& text) override {
+    if (x11_root_is_open()) x11_statusbar_text(part, text);
+  }
 
   void show_menus() override { x11_root_sync_menus(); }
 

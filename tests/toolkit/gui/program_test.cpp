@@ -1,0 +1,199 @@
+// The program on a display, driven as a user drives it: it opens its window
+// with the caption and the header, File, Exit ends it, and so does the
+// window manager's close button. Without a display it says so and stops.
+#include <gtest/gtest.h>
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+extern char** environ;
+
+namespace {
+
+const std::string program = QUELMORA_BINARY_DIR "/app/quelmora";
+constexpr int attempts = 400;       // polls of 25 ms: ten seconds at the most
+constexpr useconds_t poll_pause = 25000;
+
+// A started program: its process, a scratch home, and what it wrote to stderr.
+struct run_type {
+  pid_t pid = -1;
+  std::filesystem::path home;
+  std::filesystem::path errors;
+};
+
+run_type start(bool with_display) {
+  run_type run;
+  run.home = std::filesystem::temp_directory_path() /
+             ("quelmora-gui-" + std::to_string(getpid()) + "-" + std::to_string(rand()));
+  std::filesystem::create_directories(run.home);
+  run.errors = run.home / "stderr.txt";
+
+  std::vector<std::string> env_text = {"HOME=" + run.home.string(), "PATH=/usr/bin:/bin"};
+  if (with_display && getenv("DISPLAY")) env_text.push_back(std::string("DISPLAY=") + getenv("DISPLAY"));
+  if (getenv("XAUTHORITY")) env_text.push_back(std::string("XAUTHORITY=") + getenv("XAUTHORITY"));
+  std::vector<char*> env;
+  for (std::string& e : env_text) env.push_back(e.data());
+  env.push_back(nullptr);
+
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, 2, run.errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+  posix_spawn_file_actions_addchdir_np(&actions, run.home.c_str());
+  std::string name = program;
+  char* argv[] = {name.data(), nullptr};
+  if (posix_spawn(&run.pid, program.c_str(), &actions, nullptr, argv, env.data()) != 0) run.pid = -1;
+  posix_spawn_file_actions_destroy(&actions);
+  return run;
+}
+
+// Waits for the end of the program: its exit status, or -1 if it was still
+// running after the polls (then it is killed).
+int wait_exit(pid_t pid) {
+  for (int i = 0; i < attempts; ++i) {
+    int status = 0;
+    if (waitpid(pid, &status, WNOHANG) == pid) {
+      return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+    usleep(poll_pause);
+  }
+  kill(pid, SIGKILL);
+  waitpid(pid, nullptr, 0);
+  return -1;
+}
+
+std::string read_file(const std::filesystem::path& path) {
+  std::string text;
+  if (std::FILE* f = std::fopen(path.c_str(), "r")) {
+    for (int c; (c = std::fgetc(f)) != EOF;) text += static_cast<char>(c);
+    std::fclose(f);
+  }
+  return text;
+}
+
+Window find_named(Display* display, Window window, const std::string& name) {
+  char* text = nullptr;
+  if (XFetchName(display, window, &text) && text) {
+    const bool found = name == text;
+    XFree(text);
+    if (found) return window;
+  }
+  Window root = 0, parent = 0, *children = nullptr;
+  unsigned count = 0;
+  if (!XQueryTree(display, window, &root, &parent, &children, &count)) return 0;
+  Window found = 0;
+  for (unsigned i = 0; i < count && !found; ++i) found = find_named(display, children[i], name);
+  if (children) XFree(children);
+  return found;
+}
+
+// The program's top-level window once it is on the screen, or 0.
+Window wait_window(Display* display, const std::string& caption) {
+  for (int i = 0; i < attempts; ++i) {
+    if (Window w = find_named(display, DefaultRootWindow(display), caption)) {
+      XWindowAttributes attributes;
+      if (XGetWindowAttributes(display, w, &attributes) && attributes.map_state == IsViewable) return w;
+    }
+    usleep(poll_pause);
+  }
+  return 0;
+}
+
+// Pixels of the window that are clearly blue: the header's text.
+int blue_pixels(Display* display, Window window) {
+  XWindowAttributes attributes;
+  if (!XGetWindowAttributes(display, window, &attributes)) return 0;
+  XImage* image = XGetImage(display, window, 0, 0, static_cast<unsigned>(attributes.width),
+                            static_cast<unsigned>(attributes.height), AllPlanes, ZPixmap);
+  if (image == nullptr) return 0;
+  int count = 0;
+  for (int y = 0; y < attributes.height; ++y) {
+    for (int x = 0; x < attributes.width; ++x) {
+      const unsigned long p = XGetPixel(image, x, y);
+      const unsigned long r = (p & image->red_mask) >> 16, g = (p & image->green_mask) >> 8,
+                          b = p & image->blue_mask;
+      count += b > 160 && r < 90 && g < 90;
+    }
+  }
+  XDestroyImage(image);
+  return count;
+}
+
+void xdotool(const std::string& arguments) {
+  const std::string command = "xdotool " + arguments + " >/dev/null 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0) << command;
+}
+
+class Program : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (!std::filesystem::exists(program)) GTEST_SKIP() << "the program is not built";
+    display = XOpenDisplay(nullptr);
+    if (display == nullptr) GTEST_SKIP() << "no X display";
+  }
+  void TearDown() override {
+    if (display) XCloseDisplay(display);
+    if (!run.home.empty()) std::filesystem::remove_all(run.home);
+  }
+  Display* display = nullptr;
+  run_type run;
+};
+
+TEST_F(Program, ShowsTheHeaderAndEndsOnFileExit) {
+  run = start(true);
+  ASSERT_GT(run.pid, 0);
+  const Window window = wait_window(display, "Graphic Quelmora Program");
+  if (window == 0) wait_exit(run.pid);
+  ASSERT_NE(window, 0u) << "no window with the caption";
+
+  int blue = 0;
+  for (int i = 0; i < attempts && blue < 200; ++i) {
+    blue = blue_pixels(display, window);
+    if (blue < 200) usleep(poll_pause);
+  }
+  EXPECT_GE(blue, 200) << "the blue header is drawn";
+
+  // File is the first title of the menu bar; Exit is chosen by its mnemonic.
+  xdotool("mousemove --window " + std::to_string(window) + " 20 12 click 1");
+  xdotool("key x");
+  EXPECT_EQ(wait_exit(run.pid), 0);
+}
+
+TEST_F(Program, EndsOnTheWindowManagersCloseRequest) {
+  run = start(true);
+  ASSERT_GT(run.pid, 0);
+  const Window window = wait_window(display, "Graphic Quelmora Program");
+  if (window == 0) wait_exit(run.pid);
+  ASSERT_NE(window, 0u);
+  XEvent event{};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window;
+  event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+  event.xclient.data.l[1] = CurrentTime;
+  XSendEvent(display, window, False, NoEventMask, &event);
+  XFlush(display);
+  EXPECT_EQ(wait_exit(run.pid), 0);
+}
+
+TEST_F(Program, WithoutADisplaySaysSoInOneLine) {
+  run = start(false);
+  ASSERT_GT(run.pid, 0);
+  EXPECT_EQ(wait_exit(run.pid), 1);
+  const std::string text = read_file(run.errors);
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1) << text;
+  EXPECT_NE(text.find("display"), std::string::npos) << text;
+}
+
+}  // namespace
