@@ -5,6 +5,7 @@
 #include <Xm/ToggleB.h>
 
 #include <map>
+#include <string>
 #include <vector>
 
 #include "toolkit/x11/x11_icons.h"
@@ -65,6 +66,11 @@ Widget make_button(Widget row, int id) {
     const button_pixmaps& p = pixmaps_of(row, *icon);
     XtVaSetValues(button, XmNlabelType, XmPIXMAP, XmNlabelPixmap, p.normal, XmNselectPixmap,
                   p.normal, XmNlabelInsensitivePixmap, p.greyed, nullptr);
+  } else {
+    // A button the catalogue has no picture for shows its number.
+    XmString text = XmStringCreateLocalized(const_cast<char*>(std::to_string(id).c_str()));
+    XtVaSetValues(button, XmNlabelString, text, nullptr);
+    XmStringFree(text);
   }
   if (const std::string* prompt = find_prompt(id)) {
     XmString tip = XmStringCreateLocalized(const_cast<char*>(prompt->c_str()));

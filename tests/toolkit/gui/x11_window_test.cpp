@@ -201,6 +201,33 @@ TEST_F(X11Window, PlotToolbarsReplaceTheMainOnes) {
   EXPECT_EQ(x11_toolbar_button(40072), nullptr);
 }
 
+// A damaged table still gives a bar: levels that jump are hung on the nearest
+// pane, a popup without items and a mnemonic past the label's end do no harm.
+TEST_F(X11Window, DamagedMenuAndToolbarTablesStillShow) {
+  register_menu({99001,
+                 {{99002, menu_item_kind::popup, 0, "Odd", 9},
+                  {99003, menu_item_kind::entry, 3, "Deep", 0},
+                  {0, menu_item_kind::separator, 7, "", -1},
+                  {99004, menu_item_kind::entry, -2, "Negative", -5},
+                  {99005, menu_item_kind::popup, 0, "Empty", 0}}});
+  register_toolbar({99100, {0, 0, 99101, 40025}});
+  wmenu(99001);
+  wmenutoolbar(99100, 0, 3);
+  pump();
+  for (int id : {99002, 99003, 99004, 99005}) EXPECT_NE(x11_menubar_item(id), nullptr) << id;
+  ASSERT_NE(x11_toolbar_button(99101), nullptr);
+  EXPECT_EQ(label_of(x11_toolbar_button(99101)), "99101");
+  XtCallCallbacks(x11_menubar_item(99003), XmNactivateCallback, nullptr);
+  const auto messages = drain();
+  ASSERT_EQ(count_of(messages, msg_menu_select), 1);
+  EXPECT_EQ(messages.back().second.value1, 99003);
+
+  wmenutoolbar(0, 0, 3);
+  wmenu(30001);
+  pump();
+  EXPECT_EQ(x11_menubar_item(99002), nullptr);
+}
+
 TEST_F(X11Window, MenuEntryDeliversItsId) {
   for (int id : {40026, 40007, 40024}) {
     ASSERT_NE(x11_menubar_item(id), nullptr) << id;
