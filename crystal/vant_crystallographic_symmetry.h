@@ -132,3 +132,24 @@ void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::
 // from 1) and letter "a", "m", "o", "t", "h" or "c".
 void get_crystal_system_r_op(const std::vector<mat3i>& ops, std::int32_t count, std::int32_t& system_code,
                              std::string& system_letter);
+
+// ---------------------------------------------------------------------------
+// Building groups: from a Hall symbol, from generators, from a full list.
+
+// What a group builder gives back: the operators in the order of the record
+// (reduced operators with the identity first, their inversion partners, then
+// the list repeated for each centring vector) and the codes that describe them.
+struct symmetry_build_type {
+  std::int32_t crystal_code = 0;   // index of sys_cry, counted from 1
+  std::int32_t centring_code = 1;  // 0 centric off the origin, 1 acentric, 2 centric at the origin
+  std::int32_t lattice_code = 1;   // 1 P, 2 A, 3 B, 4 C, 5 I, 6 R, 7 F, 8 Z
+  std::int32_t num_ops = 1;        // reduced number of operators
+  std::int32_t count = 0;          // generators read or found
+  std::vector<mat3i> ss;           // rotations of the operators
+  std::vector<vec3f> ts;           // their translations
+  std::string latsy;               // char(2), as spg_latsy
+  vec3f co{};                      // position of the centre of symmetry
+};
+
+// The operators of a group from its Hall symbol ("-P 2ybc", "P 31 2c (0 0 1)").
+void get_so_from_hall(const std::string& symbol, symmetry_build_type& out);

@@ -11,6 +11,7 @@ It writes
     crystal/vant_symmetry_tables_wyckoff_data.cpp   the 273 rows of wyckoff_info
     crystal/vant_symmetry_tables_gen_data.cpp       the 230 rows of spg_gen
     tests/crystal/wyckoff_reference_data.h          multiplicities for the tests
+    tests/crystal/hall_reference_data.h             every Hall symbol expanded, for the tests
 
 and the files are committed, so that building the program needs no Python.
 
@@ -879,6 +880,35 @@ def write_test_reference(path, rows):
         f.write('  };\n  return table;\n}\n')
 
 
+def fnv1a64(text):
+    h = 0xcbf29ce484222325
+    for b in text.encode():
+        h = ((h ^ b) * 0x100000001b3) & 0xffffffffffffffff
+    return h
+
+
+def operator_fingerprint(ops):
+    """Order of the group and a hash of its operators: each as its nine
+    rotation elements and its translation in 24ths (0 to 23), the texts
+    sorted and joined by ";"."""
+    texts = sorted(','.join([str(x) for row in r for x in row] + [str(int(x * 24) % 24) for x in t])
+                   for r, t in ops)
+    return len(ops), fnv1a64(';'.join(texts))
+
+
+def write_hall_reference(path, rows):
+    with open(path, 'w') as f:
+        f.write(HEADER + '// Every Hall symbol of the settings table expanded by cctbx: the order\n'
+                '// of the group and a hash of its operators (see operator_fingerprint in\n'
+                '// the script).\n#pragma once\n\n#include <cstdint>\n\n'
+                'struct hall_reference {\n  const char* hall;\n  int order;\n  std::uint64_t hash;\n};\n\n'
+                'inline constexpr hall_reference hall_references[] = {\n')
+        for _, _, hall in rows:
+            order, h = operator_fingerprint(ops_of(group_info(hall).group()))
+            f.write('    {%s, %d, 0x%016xull},\n' % (c_string(hall), order, h))
+        f.write('};\n')
+
+
 def main():
     rows = parse_settings()
     if len(rows) != 612:
@@ -887,6 +917,7 @@ def main():
     write_wyckoff('crystal/vant_symmetry_tables_wyckoff_data.cpp', rows, wyckoff_rows(rows))
     write_gen('crystal/vant_symmetry_tables_gen_data.cpp', gen_rows(rows))
     write_test_reference('tests/crystal/wyckoff_reference_data.h', rows)
+    write_hall_reference('tests/crystal/hall_reference_data.h', rows)
 
 
 if __name__ == '__main__':

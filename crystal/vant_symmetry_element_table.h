@@ -1,0 +1,45 @@
+// The table of group elements used while multiplying generators out: integer
+// rotations and translations in twelfths of the cell, so that the closure is
+// exact. Shared by the Hall symbol reader and the generator builder.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "crystal/vant_crystallographic_symmetry.h"
+
+struct element12_type {
+  mat3i rot{};
+  vec3i t{};  // twelfths
+};
+
+// The largest table: a reduced group without inversion nor centring.
+inline constexpr std::size_t max_elements = 24;
+// The largest expanded list of operators.
+inline constexpr std::size_t max_operators = 192;
+
+// Reduces a translation into 0..11 and then by the centring vectors of the
+// lattice code (1 P ... 7 F; 8 Z has none to subtract).
+void reduce_translation(vec3i& t, std::int32_t lattice_code);
+
+// The product a.b, its translation reduced by the lattice.
+element12_type multiply(const element12_type& a, const element12_type& b, std::int32_t lattice_code);
+
+// Appends an element unless its rotation is in the table already, and then
+// its powers. Returns false, with the error pair set, when the table would
+// grow beyond max_elements.
+bool add_element(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code);
+
+// Closes the table under products, each new element multiplied with each
+// one already there. False, with the error pair set, on overflow.
+bool close_element_table(std::vector<element12_type>& table, std::int32_t lattice_code);
+
+// Fills out.ss, out.ts with the expanded list of the reduced table: the
+// table, their inversion partners (centring code 0 about out.co, 2 about the
+// origin) and the list repeated for each centring vector of the lattice last
+// decoded. Sets num_ops, the crystal system and latsy. False, with the error
+// pair set, when the list outgrows max_operators or a rotation is wrong.
+bool expand_element_table(const std::vector<element12_type>& table, symmetry_build_type& out);
+
+// Rounds a real translation to twelfths.
+vec3i to_twelfths(const vec3f& t);
