@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "toolkit/graphics/graphics_targets.h"
 #include "toolkit/messages/backend.h"
 
 namespace headless {
@@ -17,6 +18,7 @@ class scripted_backend final : public toolkit_backend {
   std::deque<int> answers;
   std::vector<shown_box> shown;
   std::vector<selector_run> runs;
+  recording_canvas root{800, 600};
 
   void next_event(std::int32_t& type, message_record& record) override {
     if (events.empty()) {
@@ -50,6 +52,9 @@ class scripted_backend final : public toolkit_backend {
     return true;
   }
 
+  // The root window draws on a recording canvas while it is open.
+  void show_window(bool open) override { attach_target(igr_window, 0, open ? &root : nullptr); }
+
 };
 
 scripted_backend face;
@@ -63,7 +68,13 @@ message_record with_value(std::int32_t value1) {
 }  // namespace
 
 void install() {
-  face = scripted_backend{};
+  attach_target(igr_window, 0, nullptr);
+  face.events.clear();
+  face.files.clear();
+  face.answers.clear();
+  face.shown.clear();
+  face.runs.clear();
+  face.root = recording_canvas{800, 600};
   set_toolkit_backend(&face);
 }
 
@@ -100,5 +111,7 @@ std::vector<std::string> box_texts() {
 }
 
 std::size_t events_left() { return face.events.size(); }
+
+recording_canvas& root_canvas() { return face.root; }
 
 }  // namespace headless

@@ -2,7 +2,8 @@
 // queues what the user does and answers in advance, runs the program, and
 // reads back what the program showed. Caption, status texts and menu states
 // are read from the toolkit itself (toolkit/messages/window.h, wmenu.h);
-// this face keeps what only it sees: the boxes shown and the selectors run.
+// this face keeps what only it sees: the boxes shown, the selectors run and
+// the drawing of the root window.
 //
 //   headless::install();
 //   headless::queue_menu(40026);              // File, Open
@@ -15,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/graphics/recording_canvas.h"
 #include "toolkit/messages/message_record.h"
 
 namespace headless {
@@ -63,5 +65,9 @@ const std::vector<selector_run>& selectors();
 std::vector<std::string> box_texts();
 // Events still unread by the program.
 std::size_t events_left();
+
+// What the root window shows: every primitive drawn into it while it was
+// open (an 800 x 600 pixel client area).
+recording_canvas& root_canvas();
 
 }  // namespace headless

@@ -5,6 +5,7 @@
 
 #include "toolkit/core/trim.h"
 #include "toolkit/core/werror.h"
+#include "toolkit/graphics/graphics_state.h"
 #include "toolkit/messages/backend.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/wmenu.h"
@@ -44,6 +45,7 @@ void windowopen2(const window_options_type& how) {
     opened_with.colours = 16;
   caption = yytrim(how.caption);
   current_backend().show_window(true);
+  igrinit();  // text attributes, palette and drawing area as at start
   if (how.menu != 0) wmenu(how.menu);
   for (std::size_t slot = 0; slot < how.toolbars.size() && slot < 4; ++slot)
     if (how.toolbars[slot] != 0) wmenutoolbar(how.toolbars[slot], 0, static_cast<std::int32_t>(slot + 1));
@@ -53,8 +55,8 @@ void windowopen2(const window_options_type& how) {
 void windowclose() {
   if (!open) return;
   yyreset_children();
+  open = false;
   current_backend().show_window(false);
-  winitialise();
 }
 
 void windowtitle(const std::string& text) {

@@ -25,7 +25,8 @@ struct window_options_type {
 };
 void windowopen2(const window_options_type& how);
 
-// Ends the display connection: the window is closed and its state cleared.
+// Ends the display connection. The last caption, status texts and menu
+// states stay readable until the next winitialise.
 void windowclose();
 
 void windowtitle(const std::string& caption);

@@ -1,0 +1,53 @@
+// Stand-ins for the routines the shell calls whose own pieces are not built
+// yet. Each keeps the name the shell calls it by, does nothing but what is
+// safe, and notes its call in a log that the tests read, so that the order
+// of the shell's calls can be checked before the real routines arrive.
+//
+//   routine               waits for
+//   gui_fourierdata       the input data dialog: cancels (kcancel = true)
+//   lee_datos             the control file reader
+//   fourier_filesave      the control file writer
+//   menu_e_* (nine)       the pages of the input data dialog
+//   menu_f_printfile      printing a text file
+//   menu_c_fourier        the external Sintrel run (kfourier stays false)
+//   menu_c_visual         the listing window
+//   menu_plotting         the plot window
+//   asc2bin, map2bin      the text map import
+//   load_settings_file, save_settings_file, directory_update
+//                         the settings and directory files
+//   whelpfile1            the help viewer of the toolkit
+//   menu_h_about          the about dialog (needs the dialog routines)
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+void gui_fourierdata(std::int32_t page = 0);
+void lee_datos();
+void fourier_filesave();
+void menu_e_title();
+void menu_e_datafile();
+void menu_e_cell();
+void menu_e_space();
+void menu_e_atoms();
+void menu_e_listinfo();
+void menu_e_fourier();
+void menu_e_reflec();
+void menu_e_search();
+void menu_f_printfile();
+void menu_c_fourier();
+void menu_c_visual();
+void menu_plotting();
+void asc2bin();
+void map2bin();
+void load_settings_file(const std::string& variable);
+void save_settings_file(const std::string& variable);
+void directory_update(const std::string& mode = "");
+void whelpfile1(const std::string& path);
+void menu_h_about();
+
+// The stand-ins called since the last clear, oldest first: the routine's
+// name, followed by " " and its argument where it has one.
+const std::vector<std::string>& stand_in_calls();
+void clear_stand_in_calls();

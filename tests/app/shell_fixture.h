@@ -1,0 +1,57 @@
+// A clean start for the shell's tests: the headless face, a fresh toolkit, no
+// stand-in calls, and a scratch directory (made current) holding a copy of
+// the example map.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/stand_ins.h"
+#include "resources/quelmo_rc.h"
+#include "toolkit/headless/headless.h"
+#include "toolkit/messages/ios.h"
+#include "toolkit/messages/window.h"
+#include "toolkit/messages/wmenu.h"
+
+class Shell : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    headless::install();
+    winitialise();
+    clear_stand_in_calls();
+    iosdirname(start_dir_);
+    dir_ = std::filesystem::temp_directory_path() /
+           ("quelmora_shell_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    std::filesystem::remove_all(dir_);
+    std::filesystem::create_directories(dir_);
+    std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.bin", dir_ / "nacl.bin");
+    iosdirchange(dir_.string());
+  }
+  void TearDown() override { iosdirchange(start_dir_); }
+
+  // An empty file of that name in the scratch directory.
+  void touch(const std::string& name) {
+    std::filesystem::create_directories((dir_ / name).parent_path());
+    std::ofstream(dir_ / name) << "";
+  }
+
+  // The enabled state of the main menu items that change with a file.
+  static std::map<int, int> file_states() {
+    std::map<int, int> s;
+    for (int id : {40005, 40008, 40011, 40021, 40022, 40027, 40028}) s[id] = wmenugetstate(id, 1);
+    return s;
+  }
+
+  std::filesystem::path dir_;
+  std::string start_dir_;
+};
+
+// Menu states right after start without a file: only File New, Open, Print
+// File, Exit, Help and Quit are on.
+inline const std::map<int, int> no_file_states = {{40005, 0}, {40008, 0}, {40011, 0}, {40021, 0},
+                                                   {40022, 0}, {40027, 0}, {40028, 1}};

@@ -1,0 +1,230 @@
+// Whole runs of the program through the headless face: a scripted user
+// starts it, opens files, cancels, and closes it.
+#include <gtest/gtest.h>
+
+#include "app/quelmora_main.h"
+#include "state/quelmora_parametros.h"
+#include "tests/app/shell_fixture.h"
+#include "toolkit/messages/window.h"
+
+namespace qp = quelmora_parametros;
+
+namespace {
+
+using calls = std::vector<std::string>;
+
+int start(std::vector<const char*> args) {
+  args.insert(args.begin(), "quelmora");
+  return quelmora_main(static_cast<int>(args.size()), args.data());
+}
+
+std::size_t header_texts() {
+  std::size_t n = 0;
+  for (const auto& p : headless::root_canvas().primitives())
+    if (p.kind == recorded_kind::text && p.text == "A graphical tool for Fourier Maps") ++n;
+  return n;
+}
+
+TEST_F(Shell, StartWithABinArgumentPlotsIt) {
+  EXPECT_EQ(start({"nacl.bin"}), 0);
+  EXPECT_TRUE(headless::boxes().empty());
+  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "menu_plotting", "directory_update write"}));
+  EXPECT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{48, 48, 48}));
+  EXPECT_EQ(qp::input_file, 1);
+  EXPECT_GT(qp::denmax, 10.0f);
+  EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 1}, {40008, 0}, {40011, 1}, {40021, 1},
+                                               {40022, 1}, {40027, 1}, {40028, 1}}));
+  EXPECT_EQ(window_caption(), "Graphic Quelmora Program");
+  EXPECT_FALSE(window_is_open());
+  EXPECT_GE(header_texts(), 1u);
+}
+
+TEST_F(Shell, StartWithAMissingFileShowsOneBoxAndTheHeader) {
+  start({"nothere.bin"});
+  EXPECT_EQ(headless::box_texts(), calls{"Input Control File Not Found."});
+  EXPECT_EQ(headless::boxes()[0].title, "Error Message");
+  EXPECT_EQ(file_states(), no_file_states);
+  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "directory_update write"}));
+  EXPECT_EQ(header_texts(), 1u);
+}
+
+TEST_F(Shell, StartWithAMapArgumentCannotOpenTheBinary) {
+  touch("cu.map");
+  start({"cu.map"});
+  EXPECT_EQ(headless::box_texts(), calls{"Error opening the binary file"});
+  EXPECT_EQ(file_states(), no_file_states);
+}
+
+TEST_F(Shell, FileOpenOfABinThenThePlot) {
+  headless::queue_menu(40026);
+  headless::answer_file((dir_ / "nacl.bin").string());
+  start({});
+  EXPECT_TRUE(headless::boxes().empty());
+  ASSERT_EQ(headless::selectors().size(), 1u);
+  EXPECT_EQ(headless::selectors()[0].filter, "Fourier Input File|*.inp;*.bin;*.asc;*.map|");
+  EXPECT_EQ(headless::selectors()[0].flags, 10);
+  EXPECT_EQ(headless::selectors()[0].title, "Load Input File");
+  EXPECT_EQ(headless::selectors()[0].start_name, "/");
+  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "directory_update ", "menu_plotting",
+                                     "directory_update write"}));
+  EXPECT_EQ(status_text(2), "File: nacl.bin");
+  EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 0}, {40008, 0}, {40011, 1}, {40021, 1},
+                                               {40022, 1}, {40027, 0}, {40028, 1}}));
+  EXPECT_EQ(qp::grp_espacial.multip, 192);
+  EXPECT_EQ(qp::atomos.natoms, 2);
+}
+
+TEST_F(Shell, OpenCancelledForgetsTheDirectory) {
+  headless::queue_menu(40026);
+  headless::answer_file_cancel();
+  headless::queue_menu(40026);
+  headless::answer_file_cancel();
+  headless::queue_menu(40005);  // Calculations: the run makes no map, nothing is plotted
+  start({});
+  EXPECT_TRUE(headless::boxes().empty());
+  ASSERT_EQ(headless::selectors().size(), 2u);
+  EXPECT_EQ(headless::selectors()[1].start_name, "/");
+  EXPECT_TRUE(qp::kcancel);
+  EXPECT_EQ(qp::filedir, "");
+  EXPECT_EQ(file_states(), no_file_states);
+  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "directory_update ", "menu_c_fourier",
+                                     "directory_update write"}));
+  EXPECT_EQ(header_texts(), 3u);  // at start and after each cancel
+}
+
+TEST_F(Shell, OpenOfAMissingFileLosesThePreviousFile) {
+  headless::queue_menu(40026);
+  headless::answer_file((dir_ / "nacl.bin").string());
+  headless::queue_menu(40026);
+  headless::answer_file((dir_ / "gone.bin").string());
+  start({});
+  EXPECT_EQ(headless::box_texts(), calls{"Input Control File Not Found."});
+  EXPECT_EQ(qp::filbin, "");
+  EXPECT_EQ(qp::titulo, "****---- Graphic Quelmora Program ----****");
+  // No menu change on a failed open: the states of the first map stay.
+  EXPECT_EQ(wmenugetstate(40022, 1), 1);
+}
+
+TEST_F(Shell, NewWithTheDialogCancelledSavesNothing) {
+  headless::queue_menu(40025);
+  start({});
+  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "directory_update ", "gui_fourierdata 0",
+                                     "directory_update write"}));
+  EXPECT_EQ(file_states(), no_file_states);
+  EXPECT_EQ(status_text(2), "");
+}
+
+// The closing sequence: two questions at most, in order, and no way to stop.
+TEST_F(Shell, ClosingSequenceAsksInOrder) {
+  struct row {
+    bool kedit, ksettings;
+    std::vector<int> answers;
+    calls questions, saved;
+  };
+  const std::string q1 = "Do you want to save the last modifications?";
+  const std::string q2 = "Do you want to save the present settings?";
+  const row rows[] = {
+      {true, true, {1, 1}, {q1, q2}, {"fourier_filesave", "save_settings_file QUELMORA", "directory_update write"}},
+      {true, true, {2, 2}, {q1, q2}, {"directory_update write"}},
+      {true, true, {2, 1}, {q1, q2}, {"save_settings_file QUELMORA", "directory_update write"}},
+      {false, true, {1}, {q2}, {"save_settings_file QUELMORA", "directory_update write"}},
+      {true, false, {1}, {q1}, {"fourier_filesave", "directory_update write"}},
+      {false, false, {}, {}, {"directory_update write"}},
+  };
+  for (const row& r : rows) {
+    headless::install();
+    clear_stand_in_calls();
+    qp::kedit = r.kedit;
+    qp::ksettings = r.ksettings;
+    window_options_type how;
+    windowopen2(how);
+    for (int a : r.answers) headless::answer_box(a);
+    closing_sequence();
+    EXPECT_EQ(headless::box_texts(), r.questions);
+    for (const auto& b : headless::boxes()) {
+      EXPECT_EQ(b.title, "");
+      EXPECT_EQ(b.buttons, 3);
+      EXPECT_EQ(b.icon, 2);
+    }
+    EXPECT_EQ(stand_in_calls(), r.saved);
+    EXPECT_FALSE(window_is_open());
+  }
+}
+
+// What each menu command of the main loop reaches.
+TEST_F(Shell, MenuTable) {
+  struct row {
+    int id;
+    calls reached;
+  };
+  const row rows[] = {
+      {40027, {"fourier_filesave"}}, {40028, {"menu_f_printfile"}}, {40010, {"menu_e_title"}},
+      {40017, {"menu_e_datafile"}},  {40013, {"menu_e_cell"}},      {40014, {"menu_e_space"}},
+      {40009, {"menu_e_atoms"}},     {40019, {"menu_e_listinfo"}},  {40015, {"menu_e_fourier"}},
+      {40012, {"menu_e_reflec"}},    {40020, {"menu_e_search"}},    {40005, {"menu_c_fourier"}},
+      {40008, {"menu_c_visual"}},    {40022, {"menu_plotting"}},    {40016, {"menu_h_about"}},
+      {40029, {}},  // no suite directory: no help
+      {40006, {}},  {40011, {}},     {40018, {}},                   {40021, {}},
+      {40023, {}},  {40004, {}},     {40030, {}},
+  };
+  for (const row& r : rows) {
+    headless::install();
+    headless::queue_menu(r.id);
+    start({});
+    calls expected{"load_settings_file KELDRANE", "directory_update "};
+    expected.insert(expected.end(), r.reached.begin(), r.reached.end());
+    expected.push_back("directory_update write");
+    EXPECT_EQ(stand_in_calls(), expected) << r.id;
+    clear_stand_in_calls();
+  }
+}
+
+TEST_F(Shell, ExitAndQuitEndTheLoopAlike) {
+  for (int id : {40007, 40024}) {
+    headless::install();
+    qp::kedit = true;
+    headless::queue_menu(id);
+    headless::queue_menu(40022);  // never read
+    start({});
+    EXPECT_EQ(headless::events_left(), 1u) << id;
+    EXPECT_FALSE(window_is_open());
+  }
+}
+
+TEST_F(Shell, OtherMessagesOfTheMainLoop) {
+  message_record child;
+  child.win = 3;
+  headless::queue_event(msg_close_request, child);
+  message_record negative;
+  negative.win = -2;
+  headless::queue_event(msg_close_request, negative);  // ignored
+  headless::queue_push_button(9);
+  headless::queue_push_button(4);  // nothing
+  headless::queue_mouse(msg_mouse_down, 1, 0.5f, 0.5f);
+  headless::queue_expose();
+  headless::queue_resize();
+  qp::ichild = 3;
+  start({});
+  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "directory_update ",
+                                     "whelpfile1 /Html/sintrel.html", "directory_update write"}));
+  EXPECT_EQ(qp::ichild, -1);
+  EXPECT_EQ(header_texts(), 3u);  // start, expose, resize
+  EXPECT_EQ(file_states(), no_file_states);
+}
+
+TEST_F(Shell, HelpFilePath) {
+  qp::var_sep = "/";
+  qp::var_system = "UNIX";
+  qp::var_suite = "/opt/keldrane";
+  EXPECT_EQ(help_file_path(512), "/opt/keldrane/Html/sintrel.html");
+  EXPECT_EQ(help_file_path(10), "/opt/keldr");
+  qp::var_system = "WIND";
+  EXPECT_EQ(help_file_path(512), "/opt/keldrane/Help/sintrel.chm");
+  qp::var_system = "UNIX";
+  clear_stand_in_calls();
+  menu_h_help();
+  EXPECT_EQ(stand_in_calls(), calls{"whelpfile1 /opt/keldrane/Html/sintrel.html"});
+  qp::var_suite = "";
+}
+
+}  // namespace
