@@ -107,23 +107,8 @@ void set_space_group() {
 }
 
 void set_cell() {
-  cell_metrics_type& c = qp::celda;
-  c = cell_metrics_type{};
-  c.cell = {cell_a, cell_a, cell_a};
-  c.ang = {90.0f, 90.0f, 90.0f};
-  c.rcell = {1.0f / cell_a, 1.0f / cell_a, 1.0f / cell_a};
-  c.rang = {90.0f, 90.0f, 90.0f};
-  for (int i = 0; i < 3; ++i) {
-    c.gd[i][i] = cell_a * cell_a;
-    c.gr[i][i] = 1.0f / (cell_a * cell_a);
-    c.cr_orth[i][i] = cell_a;
-    c.orth_cr[i][i] = 1.0f / cell_a;
-    c.bl_m[i][i] = 1.0f / cell_a;  // the transpose of orth_cr for the "CA" convention
-    c.bl_minv[i][i] = cell_a;
-  }
-  c.cell_vol = cell_a * cell_a * cell_a;
-  c.rcell_vol = 1.0f / c.cell_vol;
-  c.cart_type = "CA";
+  qp::celda = cell_metrics_type{};
+  set_crystal_cell({cell_a, cell_a, cell_a}, {90.0f, 90.0f, 90.0f}, qp::celda);
 }
 
 struct species {

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <string>
 
 #include "maps/binary_map.h"
@@ -79,6 +80,41 @@ TEST(ExampleMap, HoldsRockSalt) {
   EXPECT_NEAR(electrons, 112.0, 0.5);
   EXPECT_EQ(qp::grp_espacial.multip, 192);
   EXPECT_EQ(qp::grp_espacial.sym_op_symb[0], "x,y,z");
+}
+
+// The example's 192 operators are distinct and form a group: the product of
+// any two is one of them, up to a whole lattice translation.
+TEST(ExampleMap, OperatorsFormAGroup) {
+  headless::install();
+  qp::kerror = false;
+  ASSERT_TRUE(open_filebin(example));
+  read_filebin_head();
+  close_filebin();
+  const auto& ops = qp::grp_espacial.sym_op;
+  ASSERT_EQ(ops.size(), 192u);
+  // An operator as integers: rotation, and translation in halves modulo 2.
+  auto key = [](const mat3i& r, const vec3f& t) {
+    std::vector<int> k;
+    for (const auto& row : r) k.insert(k.end(), row.begin(), row.end());
+    for (float v : t) k.push_back(((static_cast<int>(std::lround(2.0f * v)) % 2) + 2) % 2);
+    return k;
+  };
+  std::set<std::vector<int>> all;
+  for (const auto& op : ops) all.insert(key(op.rot, op.tr));
+  EXPECT_EQ(all.size(), 192u);
+  for (const auto& a : ops)
+    for (const auto& b : ops) {
+      mat3i r{};
+      vec3f t{};
+      for (int i = 0; i < 3; ++i) {
+        t[i] = a.tr[i];
+        for (int j = 0; j < 3; ++j) {
+          t[i] += static_cast<float>(a.rot[i][j]) * b.tr[j];
+          for (int k = 0; k < 3; ++k) r[i][j] += a.rot[i][k] * b.rot[k][j];
+        }
+      }
+      ASSERT_TRUE(all.contains(key(r, t)));
+    }
 }
 
 TEST(QuelmoraInfo, SummaryOfTheExample) {
