@@ -55,6 +55,16 @@ TEST_F(Shell, StartWithAMapArgumentCannotOpenTheBinary) {
   EXPECT_EQ(file_states(), no_file_states);
 }
 
+// The program is meant to be started in the data directory: a file named
+// with another directory is found, but then looked for by its bare name.
+TEST_F(Shell, StartWithAFileInAnotherDirectory) {
+  std::filesystem::create_directories(dir_ / "elsewhere");
+  iosdirchange((dir_ / "elsewhere").string());
+  start({"../nacl.bin"});
+  EXPECT_EQ(headless::box_texts(), calls{"Error opening the binary file"});
+  EXPECT_EQ(file_states(), no_file_states);
+}
+
 TEST_F(Shell, FileOpenOfABinThenThePlot) {
   headless::queue_menu(40026);
   headless::answer_file((dir_ / "nacl.bin").string());

@@ -55,18 +55,23 @@ TEST(ExampleMap, GeneratorReproducesTheCommittedFile) {
   EXPECT_EQ(made, read_file(example)) << "examples/nacl.bin is not what the generator writes";
 }
 
+// Loads the example map as File, Open does; false when it failed.
+bool load_example() {
+  headless::install();
+  qp::kerror = false;
+  if (!open_filebin(example)) return false;
+  read_filebin_head();
+  if (!qp::kerror) memory_maps();
+  if (!qp::kerror) read_filebin_rho();
+  close_filebin();
+  return !qp::kerror;
+}
+
 // The density of the example: Cl (18 electrons) outweighs Na (10) at its
 // site, both sites are maxima of their neighbourhood, and the cell holds
 // 4 x (10 + 18) = 112 electrons.
 TEST(ExampleMap, HoldsRockSalt) {
-  headless::install();
-  qp::kerror = false;
-  ASSERT_TRUE(open_filebin(example));
-  read_filebin_head();
-  memory_maps();
-  read_filebin_rho();
-  close_filebin();
-  ASSERT_FALSE(qp::kerror);
+  ASSERT_TRUE(load_example());
   ASSERT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{48, 48, 48}));
   const float na = qp::rho(1, 1, 1), cl = qp::rho(25, 25, 25), between = qp::rho(13, 1, 1);
   EXPECT_GT(cl, na);
@@ -85,11 +90,7 @@ TEST(ExampleMap, HoldsRockSalt) {
 // The example's 192 operators are distinct and form a group: the product of
 // any two is one of them, up to a whole lattice translation.
 TEST(ExampleMap, OperatorsFormAGroup) {
-  headless::install();
-  qp::kerror = false;
-  ASSERT_TRUE(open_filebin(example));
-  read_filebin_head();
-  close_filebin();
+  ASSERT_TRUE(load_example());
   const auto& ops = qp::grp_espacial.sym_op;
   ASSERT_EQ(ops.size(), 192u);
   // An operator as integers: rotation, and translation in halves modulo 2.
