@@ -1,0 +1,20 @@
+// The frame of a flat plot: border, axes, axis labels and title.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+// The plot rectangle as one closed line of five points.
+void ipgborder();
+// The axes through the crossing point (plot units), or through the lower
+// left corner when the crossing lies outside the plot, to the far edges.
+void ipgaxes(std::optional<float> xcross = std::nullopt, std::optional<float> ycross = std::nullopt);
+
+// Axis labels. x: centred under the plot, "L" or "R" at its left or right
+// end. y: "9" turns it by 90 degrees along the left edge, "T" or "B" puts it
+// at the top or bottom end. A label wider than the plot is drawn smaller.
+// Blank texts draw nothing; the text state is kept.
+void ipgxlabel(std::string_view text, std::string_view options = "");
+void ipgylabelleft(std::string_view text, std::string_view options = "");
+// The title above the plot: centred, or "L"/"R" at the left or right end.
+void ipgtitle(std::string_view text, std::string_view options = "");
