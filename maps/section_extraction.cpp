@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "crystal/vector_types.h"
+#include "maps/plane_walk.h"
 #include "maps/section_families.h"
 #include "state/quelmora_parametros.h"
 
@@ -92,10 +93,14 @@ bool box_is_whole_cell() {
 }
 
 void close_whole_cell(std::int32_t nx, std::int32_t ny, std::int32_t nz) {
-  for (std::int32_t k = 1; k <= nz + 1; ++k)
-    for (std::int32_t j = 1; j <= ny + 1; ++j)
-      for (std::int32_t i = 1; i <= nx + 1; ++i)
-        qp::rhonew(i, j, k) = qp::rho(wrap_index(i, nx), wrap_index(j, ny), wrap_index(k, nz));
+  for (std::int32_t k = 1; k <= nz + 1; ++k) {
+    const std::int32_t k0 = wrap_index(k, nz);
+    for (std::int32_t j = 1; j <= ny + 1; ++j) {
+      const std::int32_t j0 = wrap_index(j, ny);
+      for (std::int32_t i = 1; i <= nx; ++i) qp::rhonew(i, j, k) = qp::rho(i, j0, k0);
+      qp::rhonew(nx + 1, j, k) = qp::rho(1, j0, k0);
+    }
+  }
 }
 
 void resample_box(std::int32_t nx, std::int32_t ny, std::int32_t nz) {
@@ -142,26 +147,6 @@ void raise_skew_flags() {
 }
 
 // ---- sections of skewed families ----
-
-// The grid step of the section's plane that holds a (0 <= a < 1): steps of
-// du = 1/n from the origin, the last one n-1 steps on.
-struct plane_cell {
-  std::int32_t i1 = 1, i2 = 1;
-  float lo = 0.0f, hi = 0.0f;
-};
-
-plane_cell locate_in_plane(float a, std::int32_t n) {
-  const float du = 1.0f / static_cast<float>(n);
-  plane_cell cell;
-  for (std::int32_t iu = 1; iu <= n; ++iu) {
-    cell.i1 = iu;
-    cell.lo = std::fmod(static_cast<float>(iu - 1) * du, 1.0f);
-    cell.hi = cell.lo + du;
-    if (near(cell.lo, a) || (cell.lo < a && a <= cell.hi)) break;
-  }
-  cell.i2 = cell.i1 + 1 == n + 1 ? 1 : cell.i1 + 1;
-  return cell;
-}
 
 float bilinear(float f00, float f10, float f01, float f11, float t, float s) {
   return f00 + (f10 - f00) * t + ((f00 - f10 - f01 + f11) * t + (f01 - f00)) * s;
