@@ -24,20 +24,12 @@ void load_map(int n, float box_low, float box_step) {
   qp::xinc = qp::yinc = qp::zinc = box_step;
 }
 
-void BM_proc_carga_whole_cell(benchmark::State& state) {
+// Arguments: grid size, then 0 for the whole cell or 1 for a box of half a
+// cell starting off the grid, where every point is interpolated.
+void BM_proc_carga(benchmark::State& state) {
   const int n = static_cast<int>(state.range(0));
-  load_map(n, 0.0f, 1.0f / static_cast<float>(n));
-  for (auto _ : state) {
-    proc_carga();
-    benchmark::DoNotOptimize(qp::rhonew.data());
-  }
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(qp::rhonew.size()));
-}
-
-// A box of half a cell starting off the grid: every point is interpolated.
-void BM_proc_carga_partial_box(benchmark::State& state) {
-  const int n = static_cast<int>(state.range(0));
-  load_map(n, -0.23f, 0.5f / static_cast<float>(n));
+  const bool partial_box = state.range(1) != 0;
+  load_map(n, partial_box ? -0.23f : 0.0f, (partial_box ? 0.5f : 1.0f) / static_cast<float>(n));
   for (auto _ : state) {
     proc_carga();
     benchmark::DoNotOptimize(qp::rhonew.data());
@@ -67,6 +59,5 @@ void BM_carga_seccion_rec_monoclinic(benchmark::State& state) {
 
 }  // namespace
 
-BENCHMARK(BM_proc_carga_whole_cell)->Arg(64)->Arg(128)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_proc_carga_partial_box)->Arg(64)->Arg(128)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_proc_carga)->ArgsProduct({{64, 128}, {0, 1}})->ArgNames({"n", "partial_box"})->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_carga_seccion_rec_monoclinic)->Arg(128)->Unit(benchmark::kMillisecond);
