@@ -80,6 +80,8 @@ void print_text(const map_summary& m) {
   std::printf("Cell:         %.4f %.4f %.4f  %.3f %.3f %.3f\n", c.cell[0], c.cell[1], c.cell[2], c.ang[0], c.ang[1],
               c.ang[2]);
   std::printf("Volume:       %.4f\n", c.cell_vol);
+  std::printf("Reciprocal:   %.6f %.6f %.6f  %.3f %.3f %.3f\n", c.rcell[0], c.rcell[1], c.rcell[2], c.rang[0],
+              c.rang[1], c.rang[2]);
   std::printf("Space group:  %d  %s  (Hall %s)\n", g.numspg, g.spg_symb.c_str(), g.hall.c_str());
   std::printf("Lattice:      %s %s\n", g.spg_lat.c_str(), g.spg_latsy.c_str());
   std::printf("Operators:    %d (reduced %d)\n", g.multip, g.num_ops);
@@ -157,6 +159,8 @@ void print_json(const map_summary& m) {
   std::printf("  \"version\": %s,\n", quoted(filebin_version()).c_str());
   std::printf("  \"cell\": %s,\n", numbers(cell).c_str());
   std::printf("  \"volume\": %s,\n", number(c.cell_vol).c_str());
+  const std::vector<float> reciprocal{c.rcell[0], c.rcell[1], c.rcell[2], c.rang[0], c.rang[1], c.rang[2]};
+  std::printf("  \"reciprocal\": %s,\n", numbers(reciprocal).c_str());
   std::printf("  \"spacegroup\": {\"number\": %d, \"symbol\": %s, \"hall\": %s, \"lattice\": %s, "
               "\"wyckoff\": %d, \"operators\": %s},\n",
               g.numspg, quoted(g.spg_symb).c_str(), quoted(g.hall).c_str(), quoted(g.spg_lat).c_str(),

@@ -122,7 +122,8 @@ TEST(QuelmoraInfo, SummaryOfTheExample) {
   const run_result text = run(tools_dir + "quelmora-info " + example);
   EXPECT_EQ(text.status, 0);
   for (const char* line : {"Title:        NaCl rock salt", "Version:      04.06", "Space group:  225  F m -3 m",
-                           "Operators:    192 (reduced 24)", "Grid:         48 48 48", "  Cl1 "})
+                           "Operators:    192 (reduced 24)", "Grid:         48 48 48", "  Cl1 ",
+                           "Volume:       179.4061", "Reciprocal:   0.177305 0.177305 0.177305  90.000 90.000 90.000"})
     EXPECT_NE(text.out.find(line), std::string::npos) << line;
   const run_result json = run(tools_dir + "quelmora-info --json " + example);
   EXPECT_EQ(json.status, 0);
