@@ -1,0 +1,259 @@
+#include "toolkit/x11/x11_canvas.h"
+
+#include <fontconfig/fontconfig.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <string>
+#include <vector>
+
+#include "toolkit/x11/x11_colours.h"
+
+namespace {
+
+// X coordinates are 16-bit: positions far outside are pinned, not wrapped.
+short to_short(float v) { return static_cast<short>(std::clamp(std::lround(v), -30000L, 30000L)); }
+
+std::vector<XPoint> to_xpoints(std::span<const pixel_point> points) {
+  std::vector<XPoint> out(points.size());
+  for (std::size_t k = 0; k < points.size(); ++k) out[k] = {to_short(points[k].x), to_short(points[k].y)};
+  return out;
+}
+
+// Hatch of a fill: line spacing in pixels by density, direction by angle
+// (1 horizontal, 2 rising, 3 vertical, 4 falling); style 2 adds the
+// crossing direction, style 3 does so at half the spacing.
+bool hatch_bit(int style, int density, int angle, int x, int y) {
+  static const int spacing[5] = {4, 6, 8, 12, 16};
+  int s = spacing[std::clamp(density, 1, 5) - 1];
+  if (style == 3) s = std::max(s / 2, 3);
+  auto line = [s, x, y](int a) {
+    switch (a) {
+      case 1: return y % s == 0;
+      case 2: return (x + y) % s == 0;
+      case 3: return x % s == 0;
+      default: return (x - y + 16 * s) % s == 0;
+    }
+  };
+  const int crossing = angle <= 2 ? angle + 2 : angle - 2;
+  return line(angle) || (style >= 2 && line(crossing));
+}
+
+}  // namespace
+
+std::unique_ptr<x11_canvas> x11_canvas::on_window(Display* display, Window window, int w, int h) {
+  return std::unique_ptr<x11_canvas>(new x11_canvas(display, window, w, h, false));
+}
+
+std::unique_ptr<x11_canvas> x11_canvas::pixmap(Display* display, Drawable like, int w, int h) {
+  w = std::max(w, 1);
+  h = std::max(h, 1);
+  Window root = 0;
+  int x = 0, y = 0;
+  unsigned uw = 0, uh = 0, border = 0, depth = 0;
+  XGetGeometry(display, like, &root, &x, &y, &uw, &uh, &border, &depth);
+  const Pixmap p = XCreatePixmap(display, like, static_cast<unsigned>(w), static_cast<unsigned>(h), depth);
+  auto c = std::unique_ptr<x11_canvas>(new x11_canvas(display, p, w, h, true));
+  c->clear(0, 0, w, h, {-1, 0});
+  return c;
+}
+
+x11_canvas::x11_canvas(Display* display, Drawable drawable, int w, int h, bool owns)
+    : display_(display), drawable_(drawable), width_(w), height_(h), owns_(owns) {
+  gc_ = XCreateGC(display_, drawable_, 0, nullptr);
+  XSetFillRule(display_, gc_, EvenOddRule);
+  const int screen = DefaultScreen(display_);
+  xft_ = XftDrawCreate(display_, drawable_, DefaultVisual(display_, screen), DefaultColormap(display_, screen));
+}
+
+x11_canvas::~x11_canvas() {
+  for (auto& [key, font] : fonts_) XftFontClose(display_, font);
+  for (auto& [key, stipple] : stipples_) XFreePixmap(display_, stipple);
+  if (xft_) XftDrawDestroy(xft_);
+  XFreeGC(display_, gc_);
+  if (owns_) XFreePixmap(display_, drawable_);
+}
+
+void x11_canvas::resize(int w, int h) {
+  width_ = std::max(w, 0);
+  height_ = std::max(h, 0);
+}
+
+unsigned long x11_canvas::pixel(canvas_colour colour) const {
+  return x11_pixel(display_, static_cast<unsigned>(colour.value) & 0xFFFFFFu);
+}
+
+void x11_canvas::clear(int left, int top, int w, int h, canvas_colour colour) {
+  if (w <= 0 || h <= 0) return;
+  XSetForeground(display_, gc_, pixel(colour));
+  XSetFillStyle(display_, gc_, FillSolid);
+  XFillRectangle(display_, drawable_, gc_, left, top, static_cast<unsigned>(w), static_cast<unsigned>(h));
+}
+
+void x11_canvas::use_pen(const canvas_pen& pen) {
+  XSetForeground(display_, gc_, pixel(pen.colour));
+  XSetFillStyle(display_, gc_, FillSolid);
+  const int width = std::max(pen.width, 1);
+  if (pen.type <= 0 || pen.type > 3) {
+    XSetLineAttributes(display_, gc_, static_cast<unsigned>(width == 1 ? 0 : width), LineSolid, CapButt, JoinMiter);
+    return;
+  }
+  static const char dots[] = {1, 3};
+  static const char dashes[] = {8, 4};
+  static const char dot_dash[] = {8, 3, 1, 3};
+  const char* pattern = pen.type == 1 ? dots : pen.type == 2 ? dashes : dot_dash;
+  const int n = pen.type == 3 ? 4 : 2;
+  std::vector<char> scaled(pattern, pattern + n);
+  for (char& c : scaled) c = static_cast<char>(std::min(c * width, 100));
+  XSetLineAttributes(display_, gc_, static_cast<unsigned>(width == 1 ? 0 : width), LineOnOffDash, CapButt, JoinMiter);
+  XSetDashes(display_, gc_, 0, scaled.data(), n);
+}
+
+void x11_canvas::use_fill(const canvas_fill& fill) {
+  XSetForeground(display_, gc_, pixel(fill.colour));
+  if (fill.style >= 4 || fill.style <= 0) {
+    XSetFillStyle(display_, gc_, FillSolid);
+    return;
+  }
+  const int key = fill.style * 100 + fill.density * 10 + fill.angle;
+  auto it = stipples_.find(key);
+  if (it == stipples_.end()) {
+    constexpr int size = 48;  // a common multiple of every spacing
+    std::vector<char> bits(size * size / 8, 0);
+    for (int y = 0; y < size; ++y)
+      for (int x = 0; x < size; ++x)
+        if (hatch_bit(fill.style, fill.density, fill.angle, x, y)) bits[(y * size + x) / 8] |= static_cast<char>(1 << (x % 8));
+    const Pixmap p = XCreateBitmapFromData(display_, drawable_, bits.data(), size, size);
+    it = stipples_.emplace(key, p).first;
+  }
+  XSetStipple(display_, gc_, it->second);
+  XSetFillStyle(display_, gc_, FillStippled);
+}
+
+void x11_canvas::polyline(std::span<const pixel_point> points, const canvas_pen& pen) {
+  if (points.size() < 2) return;
+  use_pen(pen);
+  std::vector<XPoint> xp = to_xpoints(points);
+  XDrawLines(display_, drawable_, gc_, xp.data(), static_cast<int>(xp.size()), CoordModeOrigin);
+}
+
+void x11_canvas::fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) {
+  if (points.size() < 3) return;
+  use_fill(fill);
+  std::vector<XPoint> xp = to_xpoints(points);
+  XFillPolygon(display_, drawable_, gc_, xp.data(), static_cast<int>(xp.size()), Complex, CoordModeOrigin);
+  XSetFillStyle(display_, gc_, FillSolid);
+}
+
+void x11_canvas::circle(pixel_point centre, float radius, const canvas_pen* pen, const canvas_fill* fill) {
+  const int r = static_cast<int>(std::lround(std::min(radius, 30000.0f)));
+  const int x = to_short(centre.x) - r, y = to_short(centre.y) - r;
+  const unsigned d = static_cast<unsigned>(2 * r);
+  if (fill) {
+    use_fill(*fill);
+    XFillArc(display_, drawable_, gc_, x, y, d, d, 0, 360 * 64);
+    XSetFillStyle(display_, gc_, FillSolid);
+  }
+  if (pen) {
+    use_pen(*pen);
+    XDrawArc(display_, drawable_, gc_, x, y, d, d, 0, 360 * 64);
+  }
+}
+
+XftFont* x11_canvas::open_font(int pixel_size, int style, double angle) const {
+  const int turn = static_cast<int>(std::lround(angle * 10));
+  const auto key = std::make_tuple(pixel_size, style & 3, turn);
+  const auto it = fonts_.find(key);
+  if (it != fonts_.end()) return it->second;
+  FcPattern* pattern = FcPatternCreate();
+  FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>("DejaVu Sans"));
+  FcPatternAddDouble(pattern, FC_PIXEL_SIZE, pixel_size);
+  FcPatternAddInteger(pattern, FC_WEIGHT, (style & 2) ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+  FcPatternAddInteger(pattern, FC_SLANT, (style & 1) ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+  if (turn != 0) {
+    const double a = angle * std::numbers::pi / 180;
+    FcMatrix m;
+    m.xx = std::cos(a);
+    m.xy = -std::sin(a);
+    m.yx = std::sin(a);
+    m.yy = std::cos(a);
+    FcPatternAddMatrix(pattern, FC_MATRIX, &m);
+  }
+  FcResult result;
+  FcPattern* match = XftFontMatch(display_, DefaultScreen(display_), pattern, &result);
+  FcPatternDestroy(pattern);
+  XftFont* font = match ? XftFontOpenPattern(display_, match) : nullptr;
+  if (!font && match) FcPatternDestroy(match);
+  fonts_[key] = font;
+  return font;
+}
+
+XftFont* x11_canvas::font_for(std::string_view s, const canvas_text_style& style, double angle) const {
+  int size = std::clamp(static_cast<int>(std::lround(style.char_height)), 4, 400);
+  // The glyphs must also fit the character width: shrink until the text's
+  // advance is no longer than its count of character boxes.
+  XftFont* upright = open_font(size, style.style, 0);
+  if (upright && !s.empty() && style.char_width > 0) {
+    XGlyphInfo extents{};
+    XftTextExtents8(display_, upright, reinterpret_cast<const FcChar8*>(s.data()), static_cast<int>(s.size()), &extents);
+    const float room = style.char_width * static_cast<float>(s.size());
+    if (extents.xOff > room) size = std::max(4, static_cast<int>(static_cast<float>(size) * room / static_cast<float>(extents.xOff)));
+  }
+  return open_font(size, style.style, angle);
+}
+
+float x11_canvas::text_width(std::string_view s, const canvas_text_style& style) const {
+  XftFont* font = font_for(s, style, 0);
+  if (!font || s.empty()) return static_cast<float>(s.size()) * style.char_width;
+  XGlyphInfo extents{};
+  XftTextExtents8(display_, font, reinterpret_cast<const FcChar8*>(s.data()), static_cast<int>(s.size()), &extents);
+  return static_cast<float>(extents.xOff);
+}
+
+// The anchor is at the left, centre or right of the text's advance, and at
+// the middle of its character box; for a turned text both directions turn.
+void x11_canvas::text(pixel_point anchor, std::string_view s, const canvas_text_style& style) {
+  XftFont* upright = font_for(s, style, 0);
+  XftFont* font = font_for(s, style, style.angle);
+  if (!font || !upright || s.empty()) return;
+  XGlyphInfo extents{};
+  XftTextExtents8(display_, upright, reinterpret_cast<const FcChar8*>(s.data()), static_cast<int>(s.size()), &extents);
+  const double along = style.alignment == 0 ? 0 : style.alignment == 2 ? extents.xOff : extents.xOff / 2.0;
+  const double down = (upright->ascent - upright->descent) / 2.0;  // from the middle to the baseline
+  const double a = style.angle * std::numbers::pi / 180;
+  // In pixels y runs down: the text's direction is (cos a, -sin a), its "down" (sin a, cos a).
+  const double x = anchor.x - along * std::cos(a) + down * std::sin(a);
+  const double y = anchor.y + along * std::sin(a) + down * std::cos(a);
+  XRenderColor rc;
+  int r, g, b;
+  const unsigned v = static_cast<unsigned>(style.colour.value);
+  r = v & 0xFF;
+  g = (v >> 8) & 0xFF;
+  b = (v >> 16) & 0xFF;
+  rc.red = static_cast<unsigned short>(r * 257);
+  rc.green = static_cast<unsigned short>(g * 257);
+  rc.blue = static_cast<unsigned short>(b * 257);
+  rc.alpha = 0xFFFF;
+  XftColor colour;
+  const int screen = DefaultScreen(display_);
+  if (!XftColorAllocValue(display_, DefaultVisual(display_, screen), DefaultColormap(display_, screen), &rc, &colour)) return;
+  XftDrawString8(xft_, &colour, font, static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)),
+                 reinterpret_cast<const FcChar8*>(s.data()), static_cast<int>(s.size()));
+  XftColorFree(display_, DefaultVisual(display_, screen), DefaultColormap(display_, screen), &colour);
+}
+
+std::unique_ptr<canvas> x11_canvas::copy_area(int left, int top, int w, int h) const {
+  auto copy = pixmap(display_, drawable_, w, h);
+  XCopyArea(display_, drawable_, copy->drawable_, copy->gc_, left, top, static_cast<unsigned>(copy->width_),
+            static_cast<unsigned>(copy->height_), 0, 0);
+  return copy;
+}
+
+void x11_canvas::put_bitmap(const canvas& bitmap, int, int left, int top) {
+  const auto* source = dynamic_cast<const x11_canvas*>(&bitmap);
+  if (!source) return;
+  XSetFillStyle(display_, gc_, FillSolid);
+  XCopyArea(display_, source->drawable_, drawable_, gc_, 0, 0, static_cast<unsigned>(source->width_),
+            static_cast<unsigned>(source->height_), left, top);
+}
