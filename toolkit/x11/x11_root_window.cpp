@@ -60,12 +60,12 @@ void wait_until_mapped(Widget shell) {
 // Without a menu the bar goes away and the toolbars move up into its place.
 void show_menubar(bool shown) {
   if (shown) {
-    XtManageChild(root.menubar);
     XtVaSetValues(root.toolbox, XmNtopAttachment, XmATTACH_WIDGET, XmNtopWidget, root.menubar,
                   nullptr);
+    XtManageChild(root.menubar);
   } else {
-    XtUnmanageChild(root.menubar);
     XtVaSetValues(root.toolbox, XmNtopAttachment, XmATTACH_FORM, nullptr);
+    XtUnmanageChild(root.menubar);
   }
 }
 
@@ -148,8 +148,9 @@ void x11_root_sync_menus() {
   if (shown_menu() != root.menu_shown) {
     root.menu_shown = shown_menu();
     if (const menu_type* menu = find_menu(root.menu_shown)) {
-      x11_menubar_build(root.menubar, *menu, chosen);
+      // Managed first: a bar filled while unmanaged keeps the height of an empty one.
       show_menubar(true);
+      x11_menubar_build(root.menubar, *menu, chosen);
     } else {
       x11_menubar_clear(root.menubar);
       show_menubar(false);

@@ -109,26 +109,6 @@ Window wait_window(Display* display, const std::string& caption) {
   return 0;
 }
 
-// Pixels of the window that are clearly blue: the header's text.
-int blue_pixels(Display* display, Window window) {
-  XWindowAttributes attributes;
-  if (!XGetWindowAttributes(display, window, &attributes)) return 0;
-  XImage* image = XGetImage(display, window, 0, 0, static_cast<unsigned>(attributes.width),
-                            static_cast<unsigned>(attributes.height), AllPlanes, ZPixmap);
-  if (image == nullptr) return 0;
-  int count = 0;
-  for (int y = 0; y < attributes.height; ++y) {
-    for (int x = 0; x < attributes.width; ++x) {
-      const unsigned long p = XGetPixel(image, x, y);
-      const unsigned long r = (p & image->red_mask) >> 16, g = (p & image->green_mask) >> 8,
-                          b = p & image->blue_mask;
-      count += b > 160 && r < 90 && g < 90;
-    }
-  }
-  XDestroyImage(image);
-  return count;
-}
-
 void xdotool(const std::string& arguments) {
   const std::string command = "xdotool " + arguments + " >/dev/null 2>&1";
   ASSERT_EQ(std::system(command.c_str()), 0) << command;
@@ -149,19 +129,12 @@ class Program : public ::testing::Test {
   run_type run;
 };
 
-TEST_F(Program, ShowsTheHeaderAndEndsOnFileExit) {
+TEST_F(Program, OpensItsWindowAndEndsOnFileExit) {
   run = start(true);
   ASSERT_GT(run.pid, 0);
   const Window window = wait_window(display, "Graphic Quelmora Program");
   if (window == 0) wait_exit(run.pid);
   ASSERT_NE(window, 0u) << "no window with the caption";
-
-  int blue = 0;
-  for (int i = 0; i < attempts && blue < 200; ++i) {
-    blue = blue_pixels(display, window);
-    if (blue < 200) usleep(poll_pause);
-  }
-  EXPECT_GE(blue, 200) << "the blue header is drawn";
 
   // File is the first title of the menu bar; Exit is chosen by its mnemonic.
   xdotool("mousemove --window " + std::to_string(window) + " 20 12 click 1");
