@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-namespace {
-constexpr float tolerance = 0.0001f;
-}
+#include "maps/map_geometry.h"
+
+using map_geometry::tolerance;
 
 plane_cell walk_plane_cells(float a, std::int32_t n, std::int32_t first) {
   const float du = 1.0f / static_cast<float>(n);

@@ -1,0 +1,46 @@
+// Small pieces of map geometry shared by the section routines: the
+// tolerance of 0.0001 (limit included), the wrap of closed-grid indices, the
+// matrix product with its snap to zero, bilinear interpolation.
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#include "crystal/farray.h"
+#include "crystal/vector_types.h"
+
+namespace map_geometry {
+
+// Absolute tolerance of map geometry, limit included.
+constexpr float tolerance = 0.0001f;
+
+inline bool near(float a, float b) { return std::fabs(a - b) <= tolerance; }
+
+inline float snap_zero(float v) { return std::fabs(v) <= tolerance ? 0.0f : v; }
+
+// Index i of the closed grid (1 to n+1) taken back to the n planes of rho:
+// i modulo (n+1), with 0 read as 1, so that plane n+1 repeats plane 1.
+inline std::int32_t wrap_index(std::int32_t i, std::int32_t n) {
+  const std::int32_t m = n + 1;
+  const std::int32_t r = ((i % m) + m) % m;
+  return r == 0 ? 1 : r;
+}
+
+inline bool shape_is(const farray3<float>& a, std::int32_t n1, std::int32_t n2, std::int32_t n3) {
+  return a.allocated() && a.extent(1) == n1 && a.extent(2) == n2 && a.extent(3) == n3;
+}
+
+// m . v, each result of absolute value 0.0001 or less set to 0.
+inline vec3f times(const mat3f& m, const vec3f& v) {
+  vec3f out{};
+  for (std::size_t r = 0; r < 3; ++r) out[r] = snap_zero(m[r][0] * v[0] + m[r][1] * v[1] + m[r][2] * v[2]);
+  return out;
+}
+
+// f00 + (f10 - f00) t + ((f00 - f10 - f01 + f11) t + (f01 - f00)) s.
+inline float bilinear(float f00, float f10, float f01, float f11, float t, float s) {
+  return f00 + (f10 - f00) * t + ((f00 - f10 - f01 + f11) * t + (f01 - f00)) * s;
+}
+
+}  // namespace map_geometry
