@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <fstream>
 
+#include <unistd.h>
+
 #include "crystal/vant_string_utilities.h"
 
 namespace {
@@ -233,7 +235,8 @@ TEST(ReadKey, FindsTheFirstLineWithTheKey) {
 }
 
 TEST(NumberLines, CountsAndReads) {
-  const std::string path = ::testing::TempDir() + "quelmora_lines.txt";
+  // Named after the process: several builds may run their tests at once.
+  const std::string path = ::testing::TempDir() + "quelmora_lines_" + std::to_string(getpid()) + ".txt";
   {
     std::ofstream out(path, std::ios::binary);
     out << "first\r\n  second\n  end of data\nafter\n" << std::string(300, 'x') << "\n";
