@@ -1,10 +1,12 @@
 #!/usr/bin/python3
 """Writes the 108 constant rows of chem_info as C++ source.
 
-Run from the top of the source tree with Debian's python3-periodictable and
-bodr installed (tools of the developers, not of the build):
+Run from the top of the source tree with Debian's python3-periodictable,
+bodr and python3-pymatgen installed (tools of the developers, not of the
+build; of pymatgen only its element table is read, as a JSON file, whose
+path may be given instead):
 
-    /usr/bin/python3 tools/gen_chem_info.py
+    /usr/bin/python3 tools/gen_chem_info.py [periodic_table.json]
 
 It writes crystal/vant_chem_info_rows.cpp, which is committed, so that
 building the program needs no Python.
@@ -34,7 +36,11 @@ oxid           oxidation states from periodictable's element list (after the
                list of oxidation states of the elements of Wikipedia): the
                common ones in the package's order, then the uncommon ones by
                increasing magnitude, at most five; 0 fills the rest.
-rion           no ionic radii are at hand in either package: all 0.
+rion           Shannon's effective ionic radii (Acta Cryst. A32 (1976) 751)
+               of each oxidation state of oxid, as pymatgen's element table
+               carries them: for six-fold coordination, or else the nearest
+               coordination number (the lower on a tie), high spin where the
+               spin matters; 0 for a state Shannon does not list.
 sctf           coherent scattering length b_c of periodictable's neutron table
                (Sears, Neutron News 3 (1992) 26, as updated by the NIST
                Center for Neutron Research), converted from fm to 1e-12 cm.
@@ -46,6 +52,9 @@ The row of hydrogen is the program's own and is written as given below
 (HYDROGEN), not from the sources.
 """
 
+import json
+import re
+import sys
 import xml.etree.ElementTree as ET
 
 import periodictable as pt
@@ -53,6 +62,9 @@ from periodictable.core import element_base
 
 OUT = "crystal/vant_chem_info_rows.cpp"
 BODR = "/usr/share/bodr/elements.xml"
+PYMATGEN_TABLE = "/usr/lib/python3/dist-packages/pymatgen/core/periodic_table.json"
+ROMAN = {"I": 1, "II": 2, "III": 3, "IV": 4, "V": 5, "VI": 6, "VII": 7, "VIII": 8, "IX": 9, "X": 10,
+         "XI": 11, "XII": 12, "XIV": 14}
 
 HYDROGEN = dict(atwe=1.00797, rcov=0.32, rwaals=1.33, vatm=14.1,
                 sctf=-0.3739, sedinc=80.26, sea=0.3326)
@@ -76,6 +88,21 @@ def bodr_vdw_radii():
     return radii
 
 
+def shannon_radius(by_coordination):
+    """The ionic radius for six-fold coordination, or the nearest one."""
+    def number(code):
+        return ROMAN[re.match(r"[IVX]+", code).group(0)]
+    code = min(by_coordination, key=lambda c: (abs(number(c) - 6), number(c), c))
+    spins = by_coordination[code]
+    spin = "High Spin" if "High Spin" in spins else ("" if "" in spins else sorted(spins)[0])
+    return spins[spin]["ionic_radius"]
+
+
+def ionic_radii(shannon, symbol, oxid):
+    table = shannon.get(symbol, {}).get("Shannon radii", {})
+    return [shannon_radius(table[str(q)]) if q != 0 and str(q) in table else 0.0 for q in oxid]
+
+
 def oxidation_states(z):
     _, _, common, uncommon = element_base[z]
     states = list(common) + sorted(uncommon, key=lambda q: (abs(q), q))
@@ -97,35 +124,39 @@ def neutron(n):
     return num(n.b_c) / 10.0, num(n.incoherent), num(n.absorption)
 
 
-def row_of(symb, name, z, atwe, rcov, rwaals, vatm, oxid, sctf, sedinc, sea):
+def row_of(symb, name, z, atwe, rcov, rwaals, vatm, oxid, rion, sctf, sedinc, sea):
     assert len(name) <= 12, name
     return dict(symb=symb, name=name, z=z, atwe=atwe, rcov=rcov, rwaals=rwaals,
-                vatm=vatm, oxid=oxid, sctf=sctf, sedinc=sedinc, sea=sea)
+                vatm=vatm, oxid=oxid, rion=rion, sctf=sctf, sedinc=sedinc, sea=sea)
 
 
-def element_row(z, vdw):
+def element_row(z, vdw, shannon):
     e = pt.elements[z]
     symb = {104: "KU", 105: "HA"}.get(z, e.symbol.upper())
     name = "" if z in (104, 105) else e.name.capitalize()
     atwe = num(e.mass)
+    oxid = oxidation_states(z)
     return row_of(symb, name, z, atwe, num(e.covalent_radius), vdw.get(e.symbol, 0.0),
-                  volume(atwe, e.density), oxidation_states(z), *neutron(e.neutron))
+                  volume(atwe, e.density), oxid, ionic_radii(shannon, e.symbol, oxid),
+                  *neutron(e.neutron))
 
 
-def isotope_row(symb, name, element, isotope, vdw):
+def isotope_row(symb, name, element, isotope, vdw, shannon):
     atwe = num(isotope.mass)
+    oxid = oxidation_states(element.number)
     return row_of(symb, name, element.number, atwe, num(element.covalent_radius),
-                  vdw.get(element.symbol, 0.0), volume(atwe, isotope.density),
-                  oxidation_states(element.number), *neutron(isotope.neutron))
+                  vdw.get(element.symbol, 0.0), volume(atwe, isotope.density), oxid,
+                  ionic_radii(shannon, element.symbol, oxid), *neutron(isotope.neutron))
 
 
-def rows():
+def rows(shannon):
     vdw = bodr_vdw_radii()
-    table = [element_row(z, vdw) for z in range(1, 106)]
+    table = [element_row(z, vdw, shannon) for z in range(1, 106)]
     table[0].update(HYDROGEN)
-    table.append(isotope_row("BS", "Boron-11", pt.B, pt.B[11], vdw))
-    table.append(row_of("ZE", "Zero-scatter", 1, 0.0, 0.0, 0.0, 0.0, [0] * 5, 0.0, 0.0, 0.0))
-    table.append(isotope_row("D", "Deuterium", pt.H, pt.D, vdw))
+    table.append(isotope_row("BS", "Boron-11", pt.B, pt.B[11], vdw, shannon))
+    table.append(row_of("ZE", "Zero-scatter", 1, 0.0, 0.0, 0.0, 0.0, [0] * 5, [0.0] * 5,
+                        0.0, 0.0, 0.0))
+    table.append(isotope_row("D", "Deuterium", pt.H, pt.D, vdw, shannon))
     assert len(table) == 108
     return table
 
@@ -146,11 +177,14 @@ def main():
         "// clang-format off",
         "const std::array<chem_info_row, 108> chem_info_rows{{",
     ]
-    for r in rows():
+    with open(sys.argv[1] if len(sys.argv) > 1 else PYMATGEN_TABLE) as table:
+        shannon = json.load(table)
+    for r in rows(shannon):
         oxid = ", ".join(str(q) for q in r["oxid"])
-        lines.append('    {"%s", "%s", %d, %s, %s, %s, %s, {%s}, {}, %s, %s, %s},' % (
+        rion = ", ".join(f(v) for v in r["rion"])
+        lines.append('    {"%s", "%s", %d, %s, %s, %s, %s, {%s}, {%s}, %s, %s, %s},' % (
             r["symb"], r["name"], r["z"], f(r["atwe"]), f(r["rcov"]), f(r["rwaals"]),
-            f(r["vatm"]), oxid, f(r["sctf"]), f(r["sedinc"]), f(r["sea"])))
+            f(r["vatm"]), oxid, rion, f(r["sctf"]), f(r["sedinc"]), f(r["sea"])))
     lines += ["}};", "// clang-format on", ""]
     with open(OUT, "w") as out:
         out.write("\n".join(lines))

@@ -73,6 +73,25 @@ TEST(ChemInfo, HydrogenRowAndPublishedValues) {
   }
 }
 
+// Oxidation states with Shannon's ionic radii for six-fold coordination
+// (high spin): Na+ 1.02, Fe2+ 0.78, Fe3+ 0.645, O2- 1.40, Cl- 1.81.
+TEST(ChemInfo, IonicRadiiOfTheOxidationStates) {
+  set_chem_info();
+  struct Ion {
+    std::size_t row;
+    std::int32_t charge;
+    float radius;
+  };
+  const Ion ions[] = {{10, 1, 1.02f}, {25, 2, 0.78f}, {25, 3, 0.645f}, {7, -2, 1.40f}, {16, -1, 1.81f}};
+  for (const Ion& ion : ions) {
+    const chem_info_type& row = chem_info[ion.row];
+    std::size_t k = 0;
+    while (k < 5 && row.oxid[k] != ion.charge) ++k;
+    ASSERT_LT(k, 5u) << row.symb << " " << ion.charge;
+    EXPECT_FLOAT_EQ(row.rion[k], ion.radius) << row.symb << " " << ion.charge;
+  }
+}
+
 TEST(GetChemsymb, LabelsToSymbols) {
   struct Case {
     const char* label;
