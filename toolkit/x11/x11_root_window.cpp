@@ -8,8 +8,11 @@
 #include <Xm/RowColumn.h>
 
 #include <array>
+#include <memory>
 
+#include "toolkit/graphics/graphics_targets.h"
 #include "toolkit/messages/wmenu.h"
+#include "toolkit/x11/x11_canvas.h"
 #include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_events.h"
 #include "toolkit/x11/x11_menubar.h"
@@ -25,6 +28,7 @@ struct root_type {
   Widget menubar = nullptr;
   Widget toolbox = nullptr;
   Widget client = nullptr;
+  std::unique_ptr<x11_canvas> canvas;  // drawing on the client area, window 0
   int menu_shown = 0;
   std::array<int, x11_toolbar_slots> toolbars_shown{};
 };
@@ -39,7 +43,16 @@ void chosen(int id) {
 
 void close_requested(Widget, XtPointer, XtPointer) { x11_queue(msg_close_request, 0); }
 
-void client_resized(std::int32_t) { x11_statusbar_layout(); }
+// After a new layout: the status bar follows the width, and drawing the new
+// size of the client area.
+void client_resized(std::int32_t) {
+  x11_statusbar_layout();
+  if (root.canvas == nullptr) return;
+  int width = 0, height = 0;
+  x11_root_client_size(width, height);
+  root.canvas->resize(width, height);
+  attach_target(igr_window, 0, root.canvas.get());
+}
 
 // Waits until the window manager has shown the window, so that drawing right
 // after opening lands on the screen.
@@ -126,10 +139,16 @@ void x11_root_open(const window_options_type& how) {
   XtPopup(root.shell, XtGrabNone);
   wait_until_mapped(root.shell);
   x11_statusbar_layout();
+  int client_width = 0, client_height = 0;
+  x11_root_client_size(client_width, client_height);
+  root.canvas = x11_canvas::on_window(x11_display(), XtWindow(root.client), client_width, client_height);
+  attach_target(igr_window, 0, root.canvas.get());
 }
 
 void x11_root_close() {
   if (root.shell == nullptr) return;
+  attach_target(igr_window, 0, nullptr);
+  root.canvas.reset();  // its drawing resources go before the window they draw on
   x11_unwatch_client_area(root.client);
   XtDestroyWidget(root.shell);
   root = root_type{};

@@ -109,6 +109,26 @@ Window wait_window(Display* display, const std::string& caption) {
   return 0;
 }
 
+// Pixels of the window that are clearly blue: the header's text.
+int blue_pixels(Display* display, Window window) {
+  XWindowAttributes attributes;
+  if (!XGetWindowAttributes(display, window, &attributes)) return 0;
+  XImage* image = XGetImage(display, window, 0, 0, static_cast<unsigned>(attributes.width),
+                            static_cast<unsigned>(attributes.height), AllPlanes, ZPixmap);
+  if (image == nullptr) return 0;
+  int count = 0;
+  for (int y = 0; y < attributes.height; ++y) {
+    for (int x = 0; x < attributes.width; ++x) {
+      const unsigned long p = XGetPixel(image, x, y);
+      const unsigned long r = (p & image->red_mask) >> 16, g = (p & image->green_mask) >> 8,
+                          b = p & image->blue_mask;
+      count += b > 160 && r < 90 && g < 90;
+    }
+  }
+  XDestroyImage(image);
+  return count;
+}
+
 void xdotool(const std::string& arguments) {
   const std::string command = "xdotool " + arguments + " >/dev/null 2>&1";
   ASSERT_EQ(std::system(command.c_str()), 0) << command;
@@ -125,15 +145,21 @@ class Program : public ::testing::Test {
     if (display) XCloseDisplay(display);
     if (!run.home.empty()) std::filesystem::remove_all(run.home);
   }
+  // Starts the program and gives its window once it is on the screen, or 0
+  // (the program is then ended).
+  Window start_window() {
+    run = start(true);
+    if (run.pid <= 0) return 0;
+    const Window window = wait_window(display, "Graphic Quelmora Program");
+    if (window == 0) wait_exit(run.pid);
+    return window;
+  }
   Display* display = nullptr;
   run_type run;
 };
 
 TEST_F(Program, OpensItsWindowAndEndsOnFileExit) {
-  run = start(true);
-  ASSERT_GT(run.pid, 0);
-  const Window window = wait_window(display, "Graphic Quelmora Program");
-  if (window == 0) wait_exit(run.pid);
+  const Window window = start_window();
   ASSERT_NE(window, 0u) << "no window with the caption";
 
   // File is the first title of the menu bar; Exit is chosen by its mnemonic.
@@ -142,11 +168,25 @@ TEST_F(Program, OpensItsWindowAndEndsOnFileExit) {
   EXPECT_EQ(wait_exit(run.pid), 0);
 }
 
+// The header's three blue lines fill a good part of the client area; before
+// it is drawn there is no blue at all (the toolbar's few blue icon pixels
+// stay far below the bar set here).
+TEST_F(Program, DrawsTheHeaderInBlue) {
+  const Window window = start_window();
+  ASSERT_NE(window, 0u);
+  constexpr int header_pixels = 5000;
+  int blue = 0;
+  for (int i = 0; i < attempts && blue < header_pixels; ++i) {
+    blue = blue_pixels(display, window);
+    if (blue < header_pixels) usleep(poll_pause);
+  }
+  EXPECT_GE(blue, header_pixels);
+  kill(run.pid, SIGTERM);
+  wait_exit(run.pid);
+}
+
 TEST_F(Program, EndsOnTheWindowManagersCloseRequest) {
-  run = start(true);
-  ASSERT_GT(run.pid, 0);
-  const Window window = wait_window(display, "Graphic Quelmora Program");
-  if (window == 0) wait_exit(run.pid);
+  const Window window = start_window();
   ASSERT_NE(window, 0u);
   XEvent event{};
   event.xclient.type = ClientMessage;
