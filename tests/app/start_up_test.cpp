@@ -7,6 +7,7 @@
 #include "state/quelmora_parametros.h"
 #include "tests/app/shell_fixture.h"
 #include "toolkit/graphics/graphics.h"
+#include "toolkit/messages/child_window.h"
 #include "toolkit/messages/window.h"
 
 namespace qp = quelmora_parametros;
@@ -86,6 +87,8 @@ TEST_F(Shell, InitGrafOpensTheRootWindow) {
   EXPECT_EQ(shown_menu(), 30001);
   EXPECT_EQ(shown_toolbar(1), 30101);
   EXPECT_EQ(status_widths(), (std::vector<std::int32_t>{5000, 3000, -1}));
+  EXPECT_EQ(winfowindow(1), 800);  // the headless client area
+  EXPECT_EQ(winfowindow(2), 600);
   std::int32_t y = 0, m = 0, d = 0;
   iosdate(y, m, d);
   EXPECT_EQ(status_text(3), status_date(y, m, d));

@@ -65,10 +65,11 @@ TEST_F(ChildWindows, CursorShapes) {
   }
 }
 
-TEST_F(ChildWindows, ClientSizeOfAFaceWithoutScreenIsZero) {
+// The headless face draws the root window on an 800 x 600 recording canvas.
+TEST_F(ChildWindows, ClientSizeIsThatOfTheHeadlessCanvas) {
   open_root();
-  EXPECT_EQ(winfowindow(1), 0);
-  EXPECT_EQ(winfowindow(2), 0);
+  EXPECT_EQ(winfowindow(1), 800);
+  EXPECT_EQ(winfowindow(2), 600);
   EXPECT_EQ(winfowindow(3), 0);
 }
 

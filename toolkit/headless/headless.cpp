@@ -55,6 +55,11 @@ class scripted_backend final : public toolkit_backend {
   // The root window draws on a recording canvas while it is open.
   void show_window(bool open) override { attach_target(igr_window, 0, open ? &root : nullptr); }
 
+  void client_size(std::int32_t& width, std::int32_t& height) override {
+    width = root.width();
+    height = root.height();
+  }
+
 };
 
 scripted_backend face;
