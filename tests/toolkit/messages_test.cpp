@@ -2,6 +2,9 @@
 // headless face.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <cstdlib>
 #include <cstring>
 
 #include "toolkit/core/resources.h"
@@ -213,6 +216,26 @@ TEST_F(Messages, SystemFacts) {
   EXPECT_EQ(arg, "");
   yyset_command_line(1, argv);
   EXPECT_EQ(winfosystem(2), 0);
+}
+
+TEST_F(Messages, EnvironmentAndDirectories) {
+  setenv("QUELMORA_TEST_VARIABLE", "/opt/suite", 1);
+  std::string value = "old";
+  iosvariable("QUELMORA_TEST_VARIABLE  ", value);
+  EXPECT_EQ(value, "/opt/suite");
+  unsetenv("QUELMORA_TEST_VARIABLE");
+  iosvariable("QUELMORA_TEST_VARIABLE", value);
+  EXPECT_EQ(value, "");
+  const std::string dir = ::testing::TempDir() + "quelmora_ios_dir";
+  rmdir(dir.c_str());
+  EXPECT_FALSE(iosdirexists(dir));
+  iosdirmake(dir);
+  EXPECT_EQ(winfoerror(1), 0);
+  EXPECT_TRUE(iosdirexists(dir));
+  EXPECT_FALSE(iosfileexists(dir));  // a directory is not a file
+  iosdirmake(dir);                   // already there
+  EXPECT_EQ(winfoerror(1), 13);
+  rmdir(dir.c_str());
 }
 
 TEST_F(Messages, DirectoryChangeFailureKeepsTheDirectory) {
