@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/toolkit/peaks_field.h"
 #include "toolkit/core/werror.h"
 #include "toolkit/graphics/graphics.h"
 #include "toolkit/plots/contour.h"
@@ -58,21 +59,6 @@ class x11_drawing : public ::testing::Test {
   Window window = 0;
   std::unique_ptr<x11_canvas> surface;
 };
-
-// A smooth field with three peaks and a hollow on a 65 x 65 grid over 0..1.
-std::vector<float> peaks(int n) {
-  std::vector<float> z;
-  for (int j = 0; j < n; ++j)
-    for (int i = 0; i < n; ++i) {
-      const double x = static_cast<double>(i) / (n - 1), y = static_cast<double>(j) / (n - 1);
-      auto bump = [&](double cx, double cy, double w, double h) {
-        return h * std::exp(-((x - cx) * (x - cx) + (y - cy) * (y - cy)) / (w * w));
-      };
-      z.push_back(static_cast<float>(bump(0.3, 0.35, 0.15, 1.0) + bump(0.7, 0.65, 0.2, 0.8) +
-                                     bump(0.75, 0.2, 0.1, 0.6) - bump(0.25, 0.8, 0.12, 0.5)));
-    }
-  return z;
-}
 
 // One panel: a plot in the graphics area of the panel, framed, with scales,
 // labels, title and a key of the levels.
@@ -185,7 +171,7 @@ TEST_F(x11_drawing, FramedContourDemo) {
   igrselect(igr_bitmap, bitmap);
   igrareaclear();
   const int n = 65;
-  const std::vector<float> z = peaks(n);
+  const std::vector<float> z = peaks_field(n);
   igrarea(0, 0, 0.5f, 1);
   igrunits(0, 0, 1, 1);
   draw_panel(z, n, true);
