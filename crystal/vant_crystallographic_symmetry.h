@@ -153,3 +153,42 @@ struct symmetry_build_type {
 
 // The operators of a group from its Hall symbol ("-P 2ybc", "P 31 2c (0 0 1)").
 void get_so_from_hall(const std::string& symbol, symmetry_build_type& out);
+
+// The operators of a group from generators (the "GEN" way): centring
+// translations and an inversion among them are recognised; spg_lat, when not
+// blank, names the lattice instead.
+void get_so_from_gener(const std::vector<mat3i>& ss, const std::vector<vec3f>& ts, std::int32_t ngen,
+                       const std::string& spg_lat, symmetry_build_type& out);
+
+// The reduced list of a group given in full (the "FIX" way): identity first,
+// perhaps pure translations and an inversion among them. out.ss, out.ts get
+// the reduced operators, not expanded. lat, when not blank, names the lattice.
+void get_so_from_fix(const std::vector<mat3i>& ss, const std::vector<vec3f>& ts, std::int32_t count,
+                     const std::string& lat, symmetry_build_type& out);
+
+// Completes a set of centring vectors by their sums and names the lattice:
+// "P", "A", "B", "C", "I", "R", "F" or "Z".
+void get_centring_vectors(std::int32_t& numl, std::vector<vec3f>& latc, std::string& lat);
+
+// Judges a generator text: integer matrix with determinant +1 or -1. symbol,
+// when given, names the kind of element.
+void check_generator(const std::string& gen, bool& ok, std::string* symbol = nullptr);
+
+// Laue class and point group from the reduced operators of a record.
+void get_laue_pg(const space_group_type& spg, std::string& laue, std::string& pg);
+
+// The operators of a group from its Hermann-Mauguin symbol ("P 21/c",
+// "F m -3 m"), after check_symbol_hm has judged the symbol.
+void get_so_from_hms(const std::string& symbol, symmetry_build_type& out);
+
+// Builds the complete record of a space group from a number ("14", "227:1"),
+// a Hermann-Mauguin symbol, a Hall symbol, or a list of operators (gen, ngen)
+// with mode "GEN" or "FIX". mode "HMS", "ITC", "HAL" forces one way; with
+// force_hall a symbol of the table is built from its Hall symbol.
+void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup,
+                    const std::vector<std::string>* gen = nullptr, const std::int32_t* ngen = nullptr,
+                    const std::string* mode = nullptr, bool force_hall = false);
+
+// Judges the 3 by 4 table of a Hermann-Mauguin symbol (one row of four
+// characters per symmetry direction); sets the error pair on a fault.
+void check_symbol_hm(const std::array<std::string, 3>& table);
