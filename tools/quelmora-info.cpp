@@ -4,6 +4,11 @@
 // the one the program holds after loading (denmin, denmax from the map).
 //
 //   quelmora-info [--json] file.bin
+//   quelmora-info [--json] --group TEXT
+//
+// With --group the space group named by TEXT (a number, a Hermann-Mauguin or
+// a Hall symbol) is built by set_spacegroup and its record printed: on a text
+// that names no group the library's message goes to stderr, exit status 1.
 //
 // On a bad file the program's message for the failing block goes to stderr
 // and the exit status is 1.
@@ -13,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "crystal/vant_crystallographic_symmetry.h"
 #include "maps/binary_map.h"
 #include "maps/map_memory.h"
 #include "state/quelmora_parametros.h"
@@ -184,17 +190,76 @@ void print_json(const map_summary& m) {
   std::printf("}\n");
 }
 
+// ---- --group ----
+
+std::string vector_text(const vec3f& v) {
+  char buf[96];
+  std::snprintf(buf, sizeof buf, "(%g, %g, %g)", v[0], v[1], v[2]);
+  return buf;
+}
+
+void print_group_text(const space_group_type& g) {
+  std::printf("Space group:  %d  %s  Hall %s\n", g.numspg, g.spg_symb.c_str(), g.hall.c_str());
+  std::printf("System:       %s  Laue class %s  point group %s\n", g.crystalsys.c_str(), g.laue.c_str(),
+              g.pg.c_str());
+  std::printf("Lattice:      %s (%s) %s\n", g.spg_lat.c_str(), g.spg_latsy.c_str(), g.bravais.c_str());
+  for (const auto& v : g.latt_trans) std::printf("              %s\n", vector_text(v).c_str());
+  std::printf("Centre:       %s  at %s\n", g.centre.c_str(), vector_text(g.centre_coord).c_str());
+  std::printf("Multiplicity: %d (%d reduced operators)\n", g.multip, g.num_ops);
+  for (std::size_t i = 0; i < g.sym_op_symb.size(); ++i) std::printf("  %3zu  %s\n", i + 1, g.sym_op_symb[i].c_str());
+  std::printf("Wyckoff positions: %d\n", g.wyckoff.count);
+  for (int i = 0; i < g.wyckoff.count; ++i) {
+    const wyck_pos_type& p = g.wyckoff.pos[static_cast<std::size_t>(i)];
+    std::printf("  %3d  %s\n", p.multiplicity, p.origin.c_str());
+  }
+}
+
+void print_group_json(const space_group_type& g) {
+  std::string ops = "[";
+  for (std::size_t i = 0; i < g.sym_op_symb.size(); ++i) ops += (i ? ", " : "") + quoted(g.sym_op_symb[i]);
+  std::string centring = "[";
+  for (std::size_t i = 0; i < g.latt_trans.size(); ++i) centring += (i ? ", " : "") + numbers(g.latt_trans[i]);
+  std::string wyckoff = "[";
+  for (int i = 0; i < g.wyckoff.count; ++i) {
+    const wyck_pos_type& p = g.wyckoff.pos[static_cast<std::size_t>(i)];
+    wyckoff += std::string(i ? ", " : "") + "{\"multiplicity\": " + std::to_string(p.multiplicity) +
+               ", \"origin\": " + quoted(p.origin) + "}";
+  }
+  std::printf("{\"number\": %d, \"symbol\": %s, \"hall\": %s, \"crystal_system\": %s, \"laue\": %s, "
+              "\"point_group\": %s, \"lattice\": %s, \"centring\": %s], \"centre\": %s, \"centre_coord\": %s, "
+              "\"multiplicity\": %d, \"operators\": %s], \"wyckoff\": %s]}\n",
+              g.numspg, quoted(g.spg_symb).c_str(), quoted(g.hall).c_str(), quoted(g.crystalsys).c_str(),
+              quoted(g.laue).c_str(), quoted(g.pg).c_str(), quoted(g.spg_latsy).c_str(), centring.c_str(),
+              quoted(g.centre).c_str(), numbers(g.centre_coord).c_str(), g.multip, ops.c_str(), wyckoff.c_str());
+}
+
+// Builds the group named by text and prints its record; 1 when it fails.
+int print_group(const std::string& text, bool json) {
+  space_group_type g;
+  set_spacegroup(text, g);
+  if (err_symm) {
+    std::fprintf(stderr, "%s\n", err_symm_mess.c_str());
+    return 1;
+  }
+  if (json) print_group_json(g);
+  else print_group_text(g);
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   bool json = false;
   std::string name;
+  const char* group = nullptr;
   for (int i = 1; i < argc; ++i) {
     if (std::strcmp(argv[i], "--json") == 0) json = true;
+    else if (std::strcmp(argv[i], "--group") == 0 && i + 1 < argc) group = argv[++i];
     else name = argv[i];
   }
+  if (group) return print_group(group, json);
   if (name.empty()) {
-    std::fprintf(stderr, "usage: quelmora-info [--json] file.bin\n");
+    std::fprintf(stderr, "usage: quelmora-info [--json] file.bin | [--json] --group TEXT\n");
     return 2;
   }
   stderr_face face;
