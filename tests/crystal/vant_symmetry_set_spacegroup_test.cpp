@@ -201,3 +201,27 @@ TEST(SetSpacegroup, InternationalTablesGenerators) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(SetSpacegroup, BlanksCaseAndNonClosingGenerators) {
+  space_group_type a, b;
+  set_spacegroup("  p 21/c   ", a);
+  ASSERT_FALSE(err_symm) << err_symm_mess;
+  set_spacegroup("P 21/C", b);
+  EXPECT_EQ(operator_set(a), operator_set(b));
+  set_spacegroup("  -p 2ybc", a);
+  ASSERT_FALSE(err_symm) << err_symm_mess;
+  EXPECT_EQ(operator_set(a), operator_set(b));
+  EXPECT_EQ(a.numspg, 14);
+
+  // A three-fold and a four-fold about different axes generate no finite group.
+  const std::string gen_mode = "GEN";
+  const std::vector<std::string> gens = {"-y,x-y,z", "x,-z,y"};
+  const std::int32_t two = 2;
+  set_spacegroup("", a, &gens, &two, &gen_mode);
+  EXPECT_TRUE(err_symm);
+  EXPECT_EQ(err_symm_mess, " Dimension of Table exceeded (I)");
+}
+
+}  // namespace
