@@ -21,6 +21,11 @@ namespace {
 
 constexpr int max_line_points = 500;
 
+// The done bits of a very large grid with many levels would not fit in
+// memory at once: levels are then followed in groups whose bits stay below
+// this many (256 MiB).
+constexpr std::int64_t max_done_bits = 1LL << 31;
+
 // x and y steps of the four cell sides 0 bottom, 1 left, 2 top, 3 right:
 // MOVE(s) and MOVE(s + 2).
 constexpr int MOVE[6] = {1, 0, 0, 1, 1, 0};
@@ -110,8 +115,10 @@ class spiral_scan {
 
 class line_follower {
  public:
-  line_follower(const contour_grid& grid, const std::vector<float>& levels)
-      : grid_(grid), levels_(levels), done_(ipgstate.npval1, ipgstate.npval2, ipgstate.npset) {}
+  // Follows the lines of levels first..last.
+  line_follower(const contour_grid& grid, const std::vector<float>& levels, int first, int last)
+      : grid_(grid), levels_(levels), first_(first), last_(last),
+        done_(ipgstate.npval1, ipgstate.npval2, last - first + 1) {}
 
   void run() {
     spiral_scan scan(n1(), n2());
@@ -129,6 +136,9 @@ class line_follower {
   }
 
  private:
+  bool done(const grid_edge& e, int L) const { return done_.test(e, L - first_ + 1); }
+  void mark(const grid_edge& e, int L) { done_.set(e, L - first_ + 1); }
+
   int n1() const { return ipgstate.npval1; }
   int n2() const { return ipgstate.npval2; }
 
@@ -154,13 +164,13 @@ class line_follower {
       const int s = side_status(e);
       if (s == 3 || s + pass == 0) continue;
       const float a = value(i, j), b = far_value(e);
-      for (int L = 1; L <= ipgstate.npset; ++L) {
-        if (done_.test(e, L)) continue;
+      for (int L = first_; L <= last_; ++L) {
+        if (done(e, L)) continue;
         if (crosses(a, b, levels_[L - 1])) {
           trace(e, s, L, (levels_[L - 1] - a) / (b - a));
           return true;
         }
-        done_.set(e, L);
+        mark(e, L);
       }
     }
     return false;
@@ -243,7 +253,7 @@ class line_follower {
     float cinter[4] = {0, 0, 0, 0};
     for (;;) {
       append_point(e, t);
-      done_.set(e, L);
+      mark(e, L);
       if (xpoly_.size() == 1) set_line_style(L);
       if (state != 2 || static_cast<int>(xpoly_.size()) >= max_line_points) break;
 
@@ -265,7 +275,7 @@ class line_follower {
       }
       t = cinter[exit];
       e = edge_of_side(ci, cj, exit);
-      if (done_.test(e, L))
+      if (done(e, L))
         state = 4;
       else
         state = side_status(e) != 0 ? 3 : 2;
@@ -279,6 +289,7 @@ class line_follower {
 
   const contour_grid& grid_;
   const std::vector<float>& levels_;
+  int first_, last_;
   edge_bits done_;
   std::vector<float> xpoly_, ypoly_;
   grid_edge end_;
@@ -299,7 +310,10 @@ void ipgcontour2(std::span<const float> z, int nx, int ny, std::span<const float
   } else {
     igrstate.ichali = 1;
     igrstate.chrotar = 0;
-    line_follower(grid, level_values).run();
+    const std::int64_t bits_per_level = 2LL * ipgstate.npval1 * ipgstate.npval2;
+    const int group = static_cast<int>(std::clamp<std::int64_t>(max_done_bits / bits_per_level, 1, ipgstate.npset));
+    for (int first = 1; first <= ipgstate.npset; first += group)
+      line_follower(grid, level_values, first, std::min(first + group - 1, ipgstate.npset)).run();
   }
   yypgsaverestore(saved);
 }
