@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <set>
 #include <utility>
@@ -5,6 +6,7 @@
 
 #include "tests/toolkit/plot_fixture.h"
 #include "toolkit/plots/contour.h"
+#include "toolkit/plots/contour_spiral.h"
 
 namespace {
 
@@ -246,4 +248,29 @@ TEST_F(contour_lines, CellMethodWithPositions) {
       const double j = 1 + q.y * 2 / 3;
       EXPECT_NEAR(i + 2 * j, 5.5, 1e-3);
     }
+}
+
+// The spiral visits every node of the grid once, starting at its centre and
+// moving outward ring by ring, for every centre of grids of many shapes.
+TEST(contour_spiral, VisitsEveryNodeOnceOutward) {
+  const int shapes[][2] = {{1, 1}, {2, 2}, {2, 5}, {5, 2}, {6, 6}, {40, 3}, {7, 11}};
+  for (const auto& shape : shapes) {
+    const int n1 = shape[0], n2 = shape[1];
+    spiral_scan scan(n1, n2);
+    for (int cj = 1; cj <= n2; ++cj)
+      for (int ci = 1; ci <= n1; ++ci) {
+        scan.centre_on(ci, cj);
+        std::vector<int> seen(static_cast<std::size_t>(n1 * n2), 0);
+        int i = 0, j = 0, last_ring = 0, count = 0;
+        while (scan.next(i, j)) {
+          ASSERT_TRUE(i >= 1 && i <= n1 && j >= 1 && j <= n2);
+          if (count++ == 0) EXPECT_TRUE(i == ci && j == cj);
+          const int ring = std::max(std::abs(i - ci), std::abs(j - cj));
+          EXPECT_GE(ring, last_ring);
+          last_ring = ring;
+          ++seen[static_cast<std::size_t>((j - 1) * n1 + (i - 1))];
+        }
+        EXPECT_EQ(std::count(seen.begin(), seen.end(), 1), n1 * n2) << n1 << "x" << n2 << " at " << ci << "," << cj;
+      }
+  }
 }

@@ -13,6 +13,7 @@
 #include "toolkit/plots/contour.h"
 #include "toolkit/plots/contour_cells.h"
 #include "toolkit/plots/contour_grid.h"
+#include "toolkit/plots/contour_spiral.h"
 #include "toolkit/plots/plot_setup.h"
 #include "toolkit/plots/plot_state.h"
 #include "toolkit/plots/plot_style_save.h"
@@ -35,22 +36,36 @@ struct grid_edge {
   int i = 1, j = 1, dir = 0;
 };
 
-// The `done` bits: one per edge and level.
+// The `done` bits: one per edge and level. Each node also counts the bits
+// of its two edges still clear, so that the scan passes a finished node with
+// one test instead of one per edge and level.
 class edge_bits {
  public:
   edge_bits(int npval1, int npval2, int npset)
       : npval1_(npval1), npval2_(npval2),
-        words_(static_cast<std::size_t>(2LL * npval1 * npval2 * npset / 32 + 1), 0u) {}
+        words_(static_cast<std::size_t>(2LL * npval1 * npval2 * npset / 32 + 1), 0u),
+        clear_(static_cast<std::size_t>(npval1) * static_cast<std::size_t>(npval2)) {
+    for (int j = 1; j <= npval2; ++j)
+      for (int i = 1; i <= npval1; ++i)
+        clear_[node(i, j)] = static_cast<std::uint16_t>(((i < npval1) + (j < npval2)) * npset);
+  }
   bool test(const grid_edge& e, int level) const {
     const std::int64_t b = index(e, level);
     return (words_[b >> 5] >> (b & 31)) & 1u;
   }
   void set(const grid_edge& e, int level) {
     const std::int64_t b = index(e, level);
-    words_[b >> 5] |= 1u << (b & 31);
+    const std::uint32_t mask = 1u << (b & 31);
+    if (words_[b >> 5] & mask) return;
+    words_[b >> 5] |= mask;
+    --clear_[node(e.i, e.j)];
   }
+  bool node_finished(int i, int j) const { return clear_[node(i, j)] == 0; }
 
  private:
+  std::size_t node(int i, int j) const {
+    return static_cast<std::size_t>(j - 1) * static_cast<std::size_t>(npval1_) + static_cast<std::size_t>(i - 1);
+  }
   std::int64_t index(const grid_edge& e, int level) const {
     return 2 * (static_cast<std::int64_t>(npval1_) * (static_cast<std::int64_t>(npval2_) * (level - 1) + (e.j - 1)) +
                 (e.i - 1)) +
@@ -58,59 +73,7 @@ class edge_bits {
   }
   int npval1_, npval2_;
   std::vector<std::uint32_t> words_;
-};
-
-// The square spiral over the grid nodes around a centre: ring after ring,
-// each ring walked along +j, -i, -j, +i, clipped to the grid.
-class spiral_scan {
- public:
-  spiral_scan(int n1, int n2) : n1_(n1), n2_(n2) {}
-
-  void centre_on(int i, int j) {
-    ci_ = i;
-    cj_ = j;
-    ring_ = 0;
-    side_ = 4;
-    step_ = 0;
-  }
-
-  // The next node, false when every ring has left the grid.
-  bool next(int& i, int& j) {
-    for (;;) {
-      if (side_ == 4) {
-        if (ring_ == 0 && step_ == 0) {
-          step_ = 1;
-          i = ci_;
-          j = cj_;
-          return true;
-        }
-        ++ring_;
-        if (ci_ - ring_ < 1 && ci_ + ring_ > n1_ && cj_ - ring_ < 1 && cj_ + ring_ > n2_) return false;
-        side_ = 0;
-        step_ = 0;
-      }
-      if (step_ < 2 * ring_) {
-        node_on_side(step_++, i, j);
-        if (i >= 1 && i <= n1_ && j >= 1 && j <= n2_) return true;
-        continue;
-      }
-      if (++side_ < 4) step_ = 0;
-    }
-  }
-
- private:
-  void node_on_side(int k, int& i, int& j) const {
-    const int r = ring_;
-    switch (side_) {
-      case 0: i = ci_ + r, j = cj_ - r + 1 + k; break;
-      case 1: i = ci_ + r - 1 - k, j = cj_ + r; break;
-      case 2: i = ci_ - r, j = cj_ + r - 1 - k; break;
-      default: i = ci_ - r + 1 + k, j = cj_ - r; break;
-    }
-  }
-
-  int n1_, n2_;
-  int ci_ = 1, cj_ = 1, ring_ = 0, side_ = 4, step_ = 0;
+  std::vector<std::uint16_t> clear_;
 };
 
 class line_follower {
@@ -158,6 +121,7 @@ class line_follower {
 
   // Tries the two edges that start at a node; true when a line was traced.
   bool start_lines_at(int i, int j, int pass) {
+    if (done_.node_finished(i, j)) return false;
     for (int dir = 0; dir <= 1; ++dir) {
       const grid_edge e{i, j, dir};
       if ((dir == 0 && i >= n1()) || (dir == 1 && j >= n2())) continue;
