@@ -17,6 +17,9 @@ namespace {
 
 constexpr std::size_t max_filter_length = 1000;
 constexpr int save_flag = 1;
+// Wide enough for the full paths of a data folder.
+constexpr int selector_width = 560;
+constexpr int selector_height = 440;
 
 std::vector<std::string> split(const std::string& text, char separator) {
   std::vector<std::string> parts;
@@ -53,27 +56,35 @@ std::string start_directory(const std::string& name) {
 }
 
 struct selector_state {
-  std::vector<std::string> patterns;
   int answer = 0;
 };
 
-// Lists the files of the directory that match the selector's patterns; Motif's
-// own search knows only one pattern.
+std::string text_of(XmString s) {
+  char* text = nullptr;
+  if (s == nullptr || !XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text) || text == nullptr) return "";
+  std::string out = text;
+  XtFree(text);
+  return out;
+}
+
+// Lists the files of the directory that match the patterns of the Filter
+// field, separated by ";": Motif's own search knows only one pattern.
 void search_files(Widget fsb, XtPointer call) {
   auto* cb = static_cast<XmFileSelectionBoxCallbackStruct*>(call);
-  selector_state* state = nullptr;
-  XtVaGetValues(fsb, XmNuserData, &state, nullptr);
-  char* dir_text = nullptr;
-  XmStringGetLtoR(cb->dir, XmFONTLIST_DEFAULT_TAG, &dir_text);
-  const std::string directory = dir_text ? dir_text : "./";
-  XtFree(dir_text);
+  std::string directory = text_of(cb->dir);
+  if (directory.empty()) directory = "./";
+  std::vector<std::string> patterns;
+  for (const std::string& p : split(text_of(cb->pattern), ';')) {
+    if (!trimmed(p).empty()) patterns.push_back(trimmed(p));
+  }
+  if (patterns.empty()) patterns.push_back("*");
 
   std::vector<std::string> names;
   if (DIR* d = opendir(directory.c_str())) {
     while (const dirent* entry = readdir(d)) {
       const std::string name = entry->d_name;
       if (name[0] == '.' || is_directory(directory + name)) continue;
-      if (state == nullptr || file_matches(name, state->patterns)) names.push_back(name);
+      if (file_matches(name, patterns)) names.push_back(name);
     }
     closedir(d);
   }
@@ -87,10 +98,9 @@ void search_files(Widget fsb, XtPointer call) {
   for (XmString s : items) XmStringFree(s);
 }
 
-void pressed(Widget fsb, XtPointer, XtPointer call) {
-  selector_state* state = nullptr;
-  XtVaGetValues(fsb, XmNuserData, &state, nullptr);
-  state->answer = static_cast<XmAnyCallbackStruct*>(call)->reason == XmCR_OK ? 1 : 2;
+void pressed(Widget, XtPointer data, XtPointer call) {
+  static_cast<selector_state*>(data)->answer =
+      static_cast<XmAnyCallbackStruct*>(call)->reason == XmCR_OK ? 1 : 2;
 }
 
 void closed(Widget, XtPointer data, XtPointer) { static_cast<selector_state*>(data)->answer = 2; }
@@ -122,28 +132,38 @@ bool file_matches(const std::string& name, const std::vector<std::string>& patte
 bool x11_select_file(const std::string& filter, int flags, std::string& name,
                      const std::string& title) {
   selector_state state;
-  state.patterns = parse_file_filter(filter).front().patterns;
+  // The first row of the filter is the one shown; its patterns go into the
+  // Filter field, where the user may change them.
+  const std::vector<file_filter_type> rows = parse_file_filter(filter);
+  std::string pattern_text;
+  for (const std::string& p : rows.front().patterns) {
+    pattern_text += (pattern_text.empty() ? "" : ";") + p;
+  }
 
   const std::string directory = start_directory(name);
 
   Widget parent = x11_root_is_open() ? x11_root_shell() : x11_application_shell();
   XmString dir = XmStringCreateLocalized(const_cast<char*>(directory.c_str()));
   XmString ok = XmStringCreateLocalized(const_cast<char*>(flags & save_flag ? "Save" : "Open"));
+  XmString pattern = XmStringCreateLocalized(const_cast<char*>(pattern_text.c_str()));
   Arg args[] = {
       {const_cast<char*>(XmNdirectory), reinterpret_cast<XtArgVal>(dir)},
       {const_cast<char*>(XmNokLabelString), reinterpret_cast<XtArgVal>(ok)},
+      {const_cast<char*>(XmNpattern), reinterpret_cast<XtArgVal>(pattern)},
+      {const_cast<char*>(XmNwidth), static_cast<XtArgVal>(selector_width)},
+      {const_cast<char*>(XmNheight), static_cast<XtArgVal>(selector_height)},
       {const_cast<char*>(XmNfileSearchProc), reinterpret_cast<XtArgVal>(search_files)},
-      {const_cast<char*>(XmNuserData), reinterpret_cast<XtArgVal>(&state)},
       {const_cast<char*>(XmNdialogStyle), static_cast<XtArgVal>(XmDIALOG_FULL_APPLICATION_MODAL)},
       {const_cast<char*>(XmNdeleteResponse), static_cast<XtArgVal>(XmDO_NOTHING)},
   };
   Widget fsb = XmCreateFileSelectionDialog(parent, const_cast<char*>("selector"), args, XtNumber(args));
   XmStringFree(dir);
   XmStringFree(ok);
+  XmStringFree(pattern);
   XtVaSetValues(XtParent(fsb), XmNtitle, title.empty() ? " " : title.c_str(), nullptr);
   XtUnmanageChild(XmFileSelectionBoxGetChild(fsb, XmDIALOG_HELP_BUTTON));
-  XtAddCallback(fsb, XmNokCallback, pressed, nullptr);
-  XtAddCallback(fsb, XmNcancelCallback, pressed, nullptr);
+  XtAddCallback(fsb, XmNokCallback, pressed, &state);
+  XtAddCallback(fsb, XmNcancelCallback, pressed, &state);
   Atom delete_window = XmInternAtom(x11_display(), const_cast<char*>("WM_DELETE_WINDOW"), False);
   XmAddWMProtocolCallback(XtParent(fsb), delete_window, closed, &state);
   XtManageChild(fsb);
@@ -153,16 +173,12 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
   if (state.answer == 1) {
     XmString selection = nullptr;
     XtVaGetValues(fsb, XmNtextString, &selection, nullptr);
-    char* text = nullptr;
-    if (selection != nullptr && XmStringGetLtoR(selection, XmFONTLIST_DEFAULT_TAG, &text) && text) {
-      const std::string path = trimmed(text);
-      if (!path.empty() && !is_directory(path)) {
-        name = path;
-        chosen = true;
-      }
-      XtFree(text);
-    }
+    const std::string path = trimmed(text_of(selection));
     if (selection != nullptr) XmStringFree(selection);
+    if (!path.empty() && !is_directory(path)) {
+      name = path;
+      chosen = true;
+    }
   }
   XtDestroyWidget(XtParent(fsb));
   return chosen;

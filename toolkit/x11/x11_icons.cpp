@@ -1,5 +1,7 @@
 #include "toolkit/x11/x11_icons.h"
 
+#include <algorithm>
+
 #include "toolkit/x11/x11_colours.h"
 
 namespace {
@@ -25,16 +27,25 @@ unsigned greyed(unsigned rgb) {
   return grey + 256 * grey + 65536 * grey;
 }
 
+constexpr int largest_icon = 64;
+
 Pixmap paint(Display* display, Drawable where, const icon_type& icon, unsigned long background,
              bool grey) {
+  std::size_t longest = 1;
+  for (const std::string& row : icon.rows) longest = std::max(longest, row.size());
+  const int width = static_cast<int>(std::min<std::size_t>(longest, largest_icon));
+  const int height =
+      static_cast<int>(std::clamp<std::size_t>(icon.rows.size(), 1, largest_icon));
   const int screen = DefaultScreen(display);
-  Pixmap pixmap = XCreatePixmap(display, where, icon_size, icon_size,
+  Pixmap pixmap = XCreatePixmap(display, where, static_cast<unsigned>(width),
+                                static_cast<unsigned>(height),
                                 static_cast<unsigned>(DefaultDepth(display, screen)));
   GC gc = XCreateGC(display, pixmap, 0, nullptr);
   XSetForeground(display, gc, background);
-  XFillRectangle(display, pixmap, gc, 0, 0, icon_size, icon_size);
-  for (int row = 0; row < icon_size; ++row) {
-    for (int column = 0; column < icon_size; ++column) {
+  XFillRectangle(display, pixmap, gc, 0, 0, static_cast<unsigned>(width),
+                 static_cast<unsigned>(height));
+  for (int row = 0; row < height; ++row) {
+    for (int column = 0; column < width; ++column) {
       unsigned rgb = 0;
       if (!cell_colour(icon, row, column, rgb)) continue;
       XSetForeground(display, gc, x11_pixel(display, grey ? greyed(rgb) : rgb));

@@ -5,9 +5,10 @@
 
 #include "toolkit/core/resources.h"
 
-// A 16 x 16 pixmap of the icon, transparent cells painted in `background`.
-// Rows shorter than 16 characters or unknown colour keys paint background too,
-// so a damaged table cannot read outside its rows.
+// A pixmap of the icon, as wide as its longest row (at most 64) and as high as
+// its rows (at most 64); transparent cells painted in `background`. Short
+// rows and unknown colour keys paint background too, so a damaged table
+// cannot read outside its rows.
 Pixmap x11_icon_pixmap(Display* display, Drawable where, const icon_type& icon,
                        unsigned long background);
 

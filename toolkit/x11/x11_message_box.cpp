@@ -3,7 +3,9 @@
 #include <Xm/MessageB.h>
 #include <Xm/Protocols.h>
 
+#include "toolkit/x11/x11_box_symbols.h"
 #include "toolkit/x11/x11_display.h"
+#include "toolkit/x11/x11_icons.h"
 #include "toolkit/x11/x11_modal.h"
 #include "toolkit/x11/x11_root_window.h"
 
@@ -48,11 +50,19 @@ int x11_message_box(int buttons, int icon, int default_button, const std::string
                                                            : XmDIALOG_OK_BUTTON)},
       {const_cast<char*>(XmNdeleteResponse), static_cast<XtArgVal>(XmDO_NOTHING)},
   };
+  Pixmap symbol_pixmap = None;
   Widget box = XmCreateMessageDialog(parent, const_cast<char*>("message"), args, XtNumber(args));
   XmStringFree(message);
   XmStringFree(ok);
   XmStringFree(no);
   XtVaSetValues(XtParent(box), XmNtitle, caption.c_str(), nullptr);
+  if (const icon_type* symbol = box_symbol(icon)) {
+    Pixel background = 0;
+    XtVaGetValues(box, XmNbackground, &background, nullptr);
+    symbol_pixmap = x11_icon_pixmap(x11_display(), RootWindowOfScreen(XtScreen(box)), *symbol,
+                                    background);
+    XtVaSetValues(box, XmNsymbolPixmap, symbol_pixmap, nullptr);
+  }
   XtUnmanageChild(XmMessageBoxGetChild(box, XmDIALOG_HELP_BUTTON));
   if (!yes_no) XtUnmanageChild(XmMessageBoxGetChild(box, XmDIALOG_CANCEL_BUTTON));
 
@@ -64,5 +74,6 @@ int x11_message_box(int buttons, int icon, int default_button, const std::string
   XtManageChild(box);
   x11_wait_for_answer(&answer);
   XtDestroyWidget(XtParent(box));
+  if (symbol_pixmap != None) XFreePixmap(x11_display(), symbol_pixmap);
   return answer;
 }

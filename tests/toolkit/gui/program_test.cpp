@@ -138,7 +138,13 @@ class Program : public ::testing::Test {
  protected:
   void SetUp() override {
     if (!std::filesystem::exists(program)) GTEST_SKIP() << "the program is not built";
+    // A server that just lost its last client resets and refuses connections
+    // for a moment: ask again before giving up.
     display = XOpenDisplay(nullptr);
+    for (int i = 0; i < attempts && display == nullptr && getenv("DISPLAY"); ++i) {
+      usleep(poll_pause);
+      display = XOpenDisplay(nullptr);
+    }
     if (display == nullptr) GTEST_SKIP() << "no X display";
   }
   void TearDown() override {

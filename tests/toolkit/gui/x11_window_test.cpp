@@ -10,16 +10,16 @@
 
 #include <vector>
 
-#include "resources/quelmo_rc.h"
 #include "toolkit/core/werror.h"
+#include "toolkit/graphics/graphics_area.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/window.h"
 #include "toolkit/messages/wmenu.h"
 #include "toolkit/messages/wmessage.h"
 #include "toolkit/x11/x11_child_window.h"
+#include "tests/toolkit/gui/x11_fixture.h"
 #include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_events.h"
-#include "toolkit/x11/x11_face.h"
 #include "toolkit/x11/x11_menubar.h"
 #include "toolkit/x11/x11_root_window.h"
 #include "toolkit/x11/x11_statusbar.h"
@@ -57,22 +57,7 @@ Window client_window() { return XtWindow(x11_root_client_area()); }
 
 class X11Window : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    std::string why;
-    available = x11_install(why);
-    if (!available) return;
-    register_quelmo_rc();
-    winitialise();
-    window_options_type how;
-    how.options = 39;
-    how.menu = 30001;
-    how.toolbars = {30101, 0, 0, 0};
-    how.caption = "Graphic Quelmora Program";
-    how.colours = 128;
-    windowopen2(how);
-    wmenu(30001);
-    windowstatusbarparts(3, {5000, 3000, -1});
-  }
+  static void SetUpTestSuite() { available = open_program_window(); }
   void SetUp() override {
     if (!available) GTEST_SKIP() << "no X display";
     drain();
@@ -322,6 +307,31 @@ TEST_F(X11Window, MouseButtonsCarryButtonAndPixelPosition) {
   EXPECT_EQ(messages[0].second.raw_y, 30);
   EXPECT_EQ(messages[1].first, msg_mouse_up);
   EXPECT_EQ(messages[1].second.raw_x, 42);
+}
+
+// Through wmessage the position also comes in drawing units: with units 0 to
+// 1 over the whole area, from the centre of the pixel and with y upward.
+TEST_F(X11Window, MousePositionInDrawingUnits) {
+  int width = 0, height = 0;
+  x11_root_client_size(width, height);
+  ASSERT_GT(width, 0);
+  igrarea(0, 0, 1, 1);
+  igrunits(0, 0, 1, 1);
+  struct row {
+    int x, y;
+  };
+  for (const row& r : {row{0, 0}, row{width - 1, height - 1}, row{width / 4, height / 2}}) {
+    send_button(ButtonPress, 3, r.x, r.y);
+    std::int32_t type = 0;
+    message_record record;
+    wmessage(type, record);
+    ASSERT_EQ(type, msg_mouse_down);
+    EXPECT_EQ(record.value1, 3);
+    EXPECT_EQ(record.x, r.x);
+    EXPECT_EQ(record.y, r.y);
+    EXPECT_NEAR(record.gx, (static_cast<float>(r.x) + 0.5f) / static_cast<float>(width), 1e-5f) << r.x;
+    EXPECT_NEAR(record.gy, 1.0f - (static_cast<float>(r.y) + 0.5f) / static_cast<float>(height), 1e-5f) << r.y;
+  }
 }
 
 long selected_mask() {

@@ -1,0 +1,28 @@
+// The root window as the program opens it, for the tests of the X11 face.
+#pragma once
+
+#include <string>
+
+#include "resources/quelmo_rc.h"
+#include "toolkit/messages/window.h"
+#include "toolkit/messages/wmenu.h"
+#include "toolkit/x11/x11_face.h"
+
+// Opens the display and the root window with the main menu, toolbar 30101 and
+// the three status parts; false when there is no display.
+inline bool open_program_window() {
+  std::string why;
+  if (!x11_install(why)) return false;
+  register_quelmo_rc();
+  winitialise();
+  window_options_type how;
+  how.options = 39;
+  how.menu = 30001;
+  how.toolbars = {30101, 0, 0, 0};
+  how.caption = "Graphic Quelmora Program";
+  how.colours = 128;
+  windowopen2(how);
+  wmenu(30001);
+  windowstatusbarparts(3, {5000, 3000, -1});
+  return true;
+}
