@@ -192,3 +192,9 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup,
 // Judges the 3 by 4 table of a Hermann-Mauguin symbol (one row of four
 // characters per symmetry direction); sets the error pair on a fault.
 void check_symbol_hm(const std::array<std::string, 3>& table);
+
+// Names a group made from generators: when its operators are those of a
+// setting of the table, the record takes that setting's number, symbols,
+// classes and "Tabulated Setting"; otherwise "Unknown" and "Non-standard
+// Setting". hall, when given, receives the Hall symbol found (blank if none).
+void get_hallsymb_from_gener(space_group_type& spg, std::string* hall = nullptr);

@@ -381,6 +381,7 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
     spacegroup.centre = fixed_text::assigned(
         spacegroup.centre + "  Gen(-1):" + spacegroup.sym_op_symb[static_cast<std::size_t>(spacegroup.num_ops)], 80);
   }
+  if (opcion == "GEN") get_hallsymb_from_gener(spacegroup);
   if (opcion == "HMS") {
     spacegroup.num_gen = generators_by_number(spacegroup.numspg);
   } else if (opcion == "ITC" || opcion == "HAL") {

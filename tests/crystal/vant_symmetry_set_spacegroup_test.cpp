@@ -150,7 +150,8 @@ TEST(SetSpacegroup, GeneratorsAndFixedLists) {
   set_spacegroup("", g, &none, &zero, &gen_mode);
   ASSERT_FALSE(err_symm) << err_symm_mess;
   EXPECT_EQ(g.multip, 1);
-  EXPECT_EQ(g.spg_symb, "unknown");
+  EXPECT_EQ(g.spg_symb, "P 1");
+  EXPECT_EQ(g.sg_setting, "Tabulated Setting");
 
   const std::vector<std::string> gens = {"x+1/2,y+1/2,z", "-x,y,-z+1/2", "-x,-y,-z"};
   const std::int32_t three = 3;
@@ -160,7 +161,21 @@ TEST(SetSpacegroup, GeneratorsAndFixedLists) {
   EXPECT_EQ(g.multip, 8);
   EXPECT_EQ(g.num_ops, 2);
   EXPECT_EQ(g.laue, "2/m");
-  EXPECT_EQ(g.sg_setting, "Non-Conventional (user-given operators)");
+  EXPECT_EQ(g.numspg, 15);
+  EXPECT_EQ(g.spg_symb, "C 1 2/c 1");
+  EXPECT_EQ(g.hall, "-C 2yc");
+  EXPECT_EQ(g.sg_setting, "Tabulated Setting");
+
+  // A two-fold axis off the origin is no setting of the table.
+  const std::vector<std::string> shifted = {"-x+1/4,-y,z"};
+  const std::int32_t one_gen = 1;
+  set_spacegroup("", g, &shifted, &one_gen, &gen_mode);
+  ASSERT_FALSE(err_symm) << err_symm_mess;
+  EXPECT_EQ(g.multip, 2);
+  EXPECT_EQ(g.spg_symb, "Unknown");
+  EXPECT_EQ(g.info, "Gen.");
+  EXPECT_EQ(g.sg_setting, "Non-standard Setting");
+  EXPECT_EQ(g.pg, "2");
 
   const std::vector<std::string> reduced = {"x,y,z", "-x,-y,z", "-x,-y,-z"};
   set_spacegroup("P", g, &reduced, &three, &fix_mode);
