@@ -264,7 +264,9 @@ TEST(contour_spiral, VisitsEveryNodeOnceOutward) {
         int i = 0, j = 0, last_ring = 0, count = 0;
         while (scan.next(i, j)) {
           ASSERT_TRUE(i >= 1 && i <= n1 && j >= 1 && j <= n2);
-          if (count++ == 0) EXPECT_TRUE(i == ci && j == cj);
+          if (count++ == 0) {
+            EXPECT_TRUE(i == ci && j == cj);
+          }
           const int ring = std::max(std::abs(i - ci), std::abs(j - cj));
           EXPECT_GE(ring, last_ring);
           last_ring = ring;
@@ -273,4 +275,48 @@ TEST(contour_spiral, VisitsEveryNodeOnceOutward) {
         EXPECT_EQ(std::count(seen.begin(), seen.end(), 1), n1 * n2) << n1 << "x" << n2 << " at " << ci << "," << cj;
       }
   }
+}
+
+// A labelled circle of a cone: broken once for the label's length, the
+// label tangent to the circle and upright, showing what the label type asks for.
+TEST_F(contour_lines, LabelsBreakTheLineAlongItsDirection) {
+  const double cx = 10.2, cy = 9.7;
+  const auto z = sample(20, 20, [&](int i, int j) { return std::hypot(i - cx, j - cy) / 4; });
+  struct row {
+    int type, mark;
+    const char* text;
+  };
+  const row rows[] = {{5, -1, "1.5"}, {1, -1, "1"}, {1, 12, "12"}, {2, 3, "C"}, {2, 27, "a"}};
+  for (const row& r : rows) {
+    screen.forget();
+    open_grid_plot(20, 20, 1);
+    ipgunitsz(0, 4);
+    ipgstyle(1, 0, r.type, 0, 197, 0);
+    ipgstate.ipgmark[1] = r.mark;
+    const float level[1] = {1.5f};  // radius 6
+    ipgcontour2(z, 20, 20, level);
+    const auto lines = drawn_of(recorded_kind::polyline);
+    const auto texts = drawn_of(recorded_kind::text);
+    ASSERT_EQ(lines.size(), 2u) << r.text;
+    ASSERT_EQ(texts.size(), 1u) << r.text;
+    EXPECT_EQ(texts[0]->text, r.text);
+    const float angle = texts[0]->text_style.angle;
+    EXPECT_TRUE(angle <= 90 || angle >= 270 || angle < 0) << angle;  // never upside down
+    const pixel_point a = lines[0]->points.back(), b = lines[1]->points.front();
+    const float gap = std::hypot(a.x - b.x, a.y - b.y);
+    const float length = texts[0]->text_style.char_width * static_cast<float>(std::string(r.text).size());
+    EXPECT_NEAR(gap, length, 0.05 * length) << r.text;  // a chord of the arc
+    // The text runs along the gap, square to the radius at its middle.
+    const plot_point mid = in_plot_units({(a.x + b.x) / 2, (a.y + b.y) / 2});
+    const double radial = std::atan2(mid.y - cy, mid.x - cx) * 180 / 3.14159265;
+    EXPECT_NEAR(std::fabs(std::remainder(angle - radial, 180.0)), 90, 3) << r.text;
+    for (const auto* line : lines)
+      for (const auto& p : line->points) EXPECT_NEAR(std::hypot(in_plot_units(p).x - cx, in_plot_units(p).y - cy), 6, 0.05);
+  }
+  // A small circle of fewer than w + 3 points (w = 20 / 5 = 4) keeps no label.
+  screen.forget();
+  const float small[1] = {0.2f};
+  ipgcontour2(z, 20, 20, small);
+  EXPECT_TRUE(drawn_of(recorded_kind::text).empty());
+  EXPECT_EQ(drawn_of(recorded_kind::polyline).size(), 1u);
 }

@@ -13,6 +13,7 @@
 #include "toolkit/plots/contour.h"
 #include "toolkit/plots/contour_cells.h"
 #include "toolkit/plots/contour_grid.h"
+#include "toolkit/plots/contour_labels.h"
 #include "toolkit/plots/contour_spiral.h"
 #include "toolkit/plots/plot_setup.h"
 #include "toolkit/plots/plot_state.h"
@@ -79,9 +80,10 @@ class edge_bits {
 class line_follower {
  public:
   // Follows the lines of levels first..last.
-  line_follower(const contour_grid& grid, const std::vector<float>& levels, int first, int last)
+  line_follower(const contour_grid& grid, const std::vector<float>& levels, int first, int last,
+                contour_label_gaps& gaps)
       : grid_(grid), levels_(levels), first_(first), last_(last),
-        done_(ipgstate.npval1, ipgstate.npval2, last - first + 1) {}
+        done_(ipgstate.npval1, ipgstate.npval2, last - first + 1), gaps_(gaps) {}
 
   void run() {
     spiral_scan scan(n1(), n2());
@@ -192,14 +194,13 @@ class line_follower {
 
   void finish_line(int L) {
     const int type = ipgstate.ipgstyl[L][0];
-    const int n = static_cast<int>(xpoly_.size());
     if (type == -999) {
       igrmoveto(xpoly_.back(), ypoly_.back());
     } else {
       const int factor = ipgstate.ipgthick[L];
       const int width = igrstate.linwid;
       if (factor != 1) igrlinewidth(width * factor);
-      igrpolyline(xpoly_.data(), ypoly_.data(), n);
+      draw_contour_line(xpoly_, ypoly_, L, levels_[L - 1], gaps_);
       if (factor != 1) igrlinewidth(width);
     }
     xpoly_.clear();
@@ -255,6 +256,7 @@ class line_follower {
   const std::vector<float>& levels_;
   int first_, last_;
   edge_bits done_;
+  contour_label_gaps& gaps_;
   std::vector<float> xpoly_, ypoly_;
   grid_edge end_;
 };
@@ -276,8 +278,9 @@ void ipgcontour2(std::span<const float> z, int nx, int ny, std::span<const float
     igrstate.chrotar = 0;
     const std::int64_t bits_per_level = 2LL * ipgstate.npval1 * ipgstate.npval2;
     const int group = static_cast<int>(std::clamp<std::int64_t>(max_done_bits / bits_per_level, 1, ipgstate.npset));
+    contour_label_gaps gaps;
     for (int first = 1; first <= ipgstate.npset; first += group)
-      line_follower(grid, level_values, first, std::min(first + group - 1, ipgstate.npset)).run();
+      line_follower(grid, level_values, first, std::min(first + group - 1, ipgstate.npset), gaps).run();
   }
   yypgsaverestore(saved);
 }

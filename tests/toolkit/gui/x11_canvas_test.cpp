@@ -74,9 +74,11 @@ void draw_panel(const std::vector<float>& z, int n, bool filled) {
     if (filled)
       ipgstyle(L, 4, 3, 3, colour, colour);
     else
-      ipgstyle(L, L <= 3 ? 2 : 0, 0, 0, colour, 0);
+      ipgstyle(L, L <= 3 ? 2 : 0, 5, 0, colour, 0);  // labelled with the level
   }
   ipgunits(0, 0, 1, 1);
+  ipgunitsz(-0.5f, 1.1f);
+  wgrtextfont(101, 0, 0.018f, 0.035f);
   if (filled) {
     ipgconfill2granul(10);
     ipgconfill2(z, n, n, boundary);
@@ -84,7 +86,6 @@ void draw_panel(const std::vector<float>& z, int n, bool filled) {
     ipgcontour2(z, n, n, boundary);
   }
   igrcolourn(120);
-  wgrtextfont(101, 0, 0.018f, 0.035f);
   ipgborder();
   ipgxscale("TN");
   ipgyscaleleft("TN");
