@@ -2,11 +2,15 @@
 //
 // The symbol is cut into its parts and judged; each part names a rotation
 // along, and a plane perpendicular to, the symmetry direction of its place,
-// with the screw or glide translation the letters and digits give. The group
-// is the one of the table's setting of that symbol (its Hall symbol), and
-// every element the symbol names must be in it with its screw or glide
-// component: a symbol that is no setting of the table, or whose elements
-// the group doesn't hold, is refused.
+// with the screw or glide translation its digits and letters give. Where each
+// element lies is not in the symbol: the elements are placed one after the
+// other (the first at the origin), each where the products of all placed
+// elements stay a group; an element whose rotation the others already make
+// must be there with its own screw or glide part. When the symbol is a
+// setting of the table, a placement counts only if some move of the origin
+// (in 24ths) makes its operators those of the setting's Hall symbol, and the
+// list then takes the table's origin and order; any other symbol keeps the
+// first placement found, its origin on the centre of symmetry if there is one.
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -26,6 +30,8 @@ const std::string screw_axes[] = {"21", "31", "32", "41", "42", "43", "61", "62"
 const std::string ibra = "PABCFIR";
 const std::string axis_digits = "123456";
 const std::string plane_letters = "ABCDMN";
+
+const mat3i identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 
 void fail(const std::string& message) {
   err_symm = true;
@@ -119,45 +125,166 @@ bool part_generators(const std::string& part, direction d, std::vector<element12
   return true;
 }
 
-// The screw or glide part of an operator: the mean of t, R.t, R2.t, ... over
-// the order of the rotation (0 for the roto-inversions of order 3, 4, 6).
-vec3f intrinsic_part(const mat3i& rot, const vec3f& t) {
-  const std::int32_t order = axes_rotation(rot);
-  const std::int32_t n = order == -2 ? 2 : order;
-  if (n < 1) return vec3f{};
-  vec3f sum{}, term = t;
-  for (std::int32_t k = 0; k < n; ++k) {
-    for (int i = 0; i < 3; ++i) sum[i] += term[i];
-    vec3f next{};
-    for (int i = 0; i < 3; ++i)
-      for (int j = 0; j < 3; ++j) next[i] += static_cast<float>(rot[i][j]) * term[j];
-    term = next;
-  }
-  return {sum[0] / static_cast<float>(n), sum[1] / static_cast<float>(n), sum[2] / static_cast<float>(n)};
+// The centring vectors of the lattice last decoded, in twelfths.
+std::vector<vec3i> centring_twelfths() {
+  std::vector<vec3i> out;
+  for (std::int32_t l = 0; l < std::max(nlat, 1); ++l) out.push_back(to_twelfths(ltr[static_cast<std::size_t>(l)]));
+  return out;
 }
 
-// True when the group holds an operator of the element's rotation whose
-// screw or glide part is the element's. That part is only defined up to the
-// projection of a lattice vector along the element (a translation of the cell
-// turns a mirror into a glide), so those projections are allowed for.
-bool holds(const symmetry_build_type& group, const element12_type& e) {
-  const vec3f w = {static_cast<float>(e.t[0]) / 12.0f, static_cast<float>(e.t[1]) / 12.0f,
-                   static_cast<float>(e.t[2]) / 12.0f};
-  for (std::size_t k = 0; k < group.ss.size(); ++k) {
-    if (group.ss[k] != e.rot) continue;
-    const vec3f g = intrinsic_part(e.rot, group.ts[k]);
-    for (std::int32_t l = 0; l < std::max(nlat, 1); ++l) {
-      for (int i = -2; i <= 2; ++i) {
-        for (int j = -2; j <= 2; ++j) {
-          for (int m = -2; m <= 2; ++m) {
-            const vec3f& c = ltr[static_cast<std::size_t>(l)];
-            const vec3f p = intrinsic_part(e.rot, {c[0] + static_cast<float>(i), c[1] + static_cast<float>(j),
-                                                   c[2] + static_cast<float>(m)});
-            if (std::fabs(g[0] - w[0] - p[0]) + std::fabs(g[1] - w[1] - p[1]) + std::fabs(g[2] - w[2] - p[2]) < 1.0e-4f) {
-              return true;
-            }
-          }
+// True when two translations in twelfths differ by a lattice vector.
+bool same_translation(const vec3i& a, const vec3i& b, const std::vector<vec3i>& centring) {
+  for (const auto& c : centring) {
+    bool equal = true;
+    for (int i = 0; i < 3; ++i) equal = equal && (((a[i] - b[i] - c[i]) % 12) + 12) % 12 == 0;
+    if (equal) return true;
+  }
+  return false;
+}
+
+// Adds an element and closes the table under products; false when a product
+// contradicts an element already there (the placement is no group) or the
+// table outgrows the largest point group with inversion.
+bool add_consistent(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code,
+                    const std::vector<vec3i>& centring) {
+  const auto insert = [&](element12_type p) {
+    reduce_translation(p.t, lattice_code);
+    for (const auto& t : table) {
+      if (t.rot == p.rot) return same_translation(t.t, p.t, centring);
+    }
+    if (table.size() >= 2 * max_elements) return false;
+    table.push_back(p);
+    return true;
+  };
+  if (!insert(e)) return false;
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    for (std::size_t j = 0; j <= i; ++j) {
+      if (!insert(multiply(table[i], table[j], lattice_code)) || !insert(multiply(table[j], table[i], lattice_code))) {
+        return false;
+      }
+    }
+  }
+  return true;
+}
+
+// The positions an element of rotation R may take: translations (I - R).p
+// in twelfths, p running over the 24ths of the cell (a d-glide plane lies at
+// an eighth), each once.
+std::vector<vec3i> placements(const mat3i& rot) {
+  std::vector<vec3i> out;
+  std::vector<bool> seen(12 * 12 * 12, false);
+  for (int x = 0; x < 24; ++x) {
+    for (int y = 0; y < 24; ++y) {
+      for (int z = 0; z < 24; ++z) {
+        const int p[3] = {x, y, z};
+        vec3i v;
+        bool whole = true;
+        for (int i = 0; i < 3; ++i) {
+          int twice = p[i];
+          for (int j = 0; j < 3; ++j) twice -= rot[i][j] * p[j];
+          whole = whole && twice % 2 == 0;
+          v[i] = (((twice / 2) % 12) + 12) % 12;
         }
+        const std::size_t index = static_cast<std::size_t>((v[0] * 12 + v[1]) * 12 + v[2]);
+        if (whole && !seen[index]) {
+          seen[index] = true;
+          out.push_back(v);
+        }
+      }
+    }
+  }
+  return out;
+}
+
+// Places the elements from `next` on, depth first, the first element at the
+// origin; a complete placement counts when `accept` takes the group it makes.
+template <typename Accept>
+bool place_elements(const std::vector<element12_type>& elements, std::size_t next,
+                    const std::vector<element12_type>& table, std::int32_t lattice_code,
+                    const std::vector<vec3i>& centring, Accept& accept) {
+  if (next == elements.size()) return accept(table);
+  const element12_type& e = elements[next];
+  const std::vector<vec3i> where = next == 0 ? std::vector<vec3i>{vec3i{0, 0, 0}} : placements(e.rot);
+  for (const auto& v : where) {
+    std::vector<element12_type> trial = table;
+    element12_type placed = e;
+    for (int i = 0; i < 3; ++i) placed.t[i] += v[i];
+    if (add_consistent(trial, placed, lattice_code, centring) &&
+        place_elements(elements, next + 1, trial, lattice_code, centring, accept)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// Moves the origin of an expanded list by s: t becomes t + s - R.s.
+void shift_origin(symmetry_build_type& out, const vec3f& s) {
+  for (std::size_t k = 0; k < out.ss.size(); ++k) {
+    vec3f t = out.ts[k];
+    for (int i = 0; i < 3; ++i) {
+      t[i] += s[i];
+      for (int j = 0; j < 3; ++j) t[i] -= static_cast<float>(out.ss[k][i][j]) * s[j];
+    }
+    out.ts[k] = modulo_lat(t);
+  }
+  out.co = modulo_lat({out.co[0] + s[0], out.co[1] + s[1], out.co[2] + s[2]});
+}
+
+// The translations of a list by rotation, for look-ups.
+using translations_by_rotation = std::map<mat3i, std::vector<vec3f>>;
+
+// True when every operator of a, its origin moved by s, is one of b.
+bool same_group_after_shift(const symmetry_build_type& a, const translations_by_rotation& b, const vec3f& s) {
+  for (std::size_t k = 0; k < a.ss.size(); ++k) {
+    vec3f t = a.ts[k];
+    for (int i = 0; i < 3; ++i) {
+      t[i] += s[i];
+      for (int j = 0; j < 3; ++j) t[i] -= static_cast<float>(a.ss[k][i][j]) * s[j];
+    }
+    const auto it = b.find(a.ss[k]);
+    if (it == b.end()) return false;
+    const bool found = std::any_of(it->second.begin(), it->second.end(), [&t](const vec3f& u) {
+      return zbelongv({t[0] - u[0], t[1] - u[1], t[2] - u[2]});
+    });
+    if (!found) return false;
+  }
+  return true;
+}
+
+// Moves the origin to the one of the table's setting with this symbol; false
+// when no shift (in 24ths) makes the two lists one group.
+bool align_with_table(const std::string& symbol, symmetry_build_type& out) {
+  set_spgr_info();
+  const auto row = std::find_if(spgr_info.begin(), spgr_info.end(),
+                                [&symbol](const spgr_info_type& r) { return fixed_text::same(r.hm, symbol); });
+  if (row == spgr_info.end()) {
+    if (out.centring_code == 0) {
+      shift_origin(out, {-out.co[0], -out.co[1], -out.co[2]});
+      out.centring_code = 2;
+      out.co = vec3f{};
+    }
+    return true;
+  }
+  // The expansion of the Hall symbol decodes its lattice again; ours stays.
+  const std::int32_t keep_nlat = nlat, keep_inlat = inlat;
+  const auto keep_ltr = ltr;
+  const std::string keep_lat = lat_ch;
+  symmetry_build_type target;
+  get_so_from_hall(row->hall, target);
+  nlat = keep_nlat, inlat = keep_inlat, ltr = keep_ltr, lat_ch = keep_lat;
+  if (err_symm || target.ss.size() != out.ss.size()) return false;
+  translations_by_rotation by_rotation;
+  for (std::size_t k = 0; k < target.ss.size(); ++k) by_rotation[target.ss[k]].push_back(target.ts[k]);
+  for (int i = 0; i < 24; ++i) {
+    for (int j = 0; j < 24; ++j) {
+      for (int k = 0; k < 24; ++k) {
+        const vec3f s = {static_cast<float>(i) / 24.0f, static_cast<float>(j) / 24.0f, static_cast<float>(k) / 24.0f};
+        if (!same_group_after_shift(out, by_rotation, s)) continue;
+        // Same group: the list takes the table's order and centre.
+        const std::int32_t count = out.count;
+        out = target;
+        out.count = count;
+        return true;
       }
     }
   }
@@ -269,31 +396,51 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
   if (err_symm) return;
   latsym(lattice);
   if (err_symm) return;
+  out.lattice_code = inlat;
 
   direction places[3] = {dir_a, dir_b, dir_c};
   if (family == tetragonal) places[0] = dir_c, places[1] = dir_a, places[2] = dir_1m10;
   if (family == hexagonal) places[0] = dir_c, places[1] = dir_hex_a, places[2] = dir_1m10;
   if (family == cubic) places[0] = dir_c, places[1] = dir_111, places[2] = dir_1m10;
+  // The cubic groups all have a three-fold axis through the origin: it goes
+  // first, so that the others are placed around it.
+  const int order[3] = {family == cubic ? 1 : 0, family == cubic ? 0 : 1, 2};
   std::vector<element12_type> gens;
-  for (int k = 0; k < 3; ++k) {
+  for (int k : order) {
     const std::string part(fixed_text::trimmed(table[k]));
     if (!part.empty() && !part_generators(part, places[k], gens)) return;
   }
-  set_spgr_info();
-  const auto row = std::find_if(spgr_info.begin(), spgr_info.end(),
-                                [&s](const spgr_info_type& r) { return fixed_text::same(r.hm, s); });
-  if (row == spgr_info.end()) {
+  // A placement counts when its group, in the table's origin, is the
+  // table's group of this symbol (a lattice may hold a screw axis and a
+  // rotation axis of one direction, so the first placement need not be it).
+  const auto accept = [&](const std::vector<element12_type>& group) {
+    symmetry_build_type trial;
+    trial.lattice_code = out.lattice_code;
+    for (const auto& e : group) {
+      if (e.rot != negated(identity)) continue;
+      trial.centring_code = e.t == vec3i{0, 0, 0} ? 2 : 0;
+      trial.co = {static_cast<float>(e.t[0]) / 24.0f, static_cast<float>(e.t[1]) / 24.0f,
+                  static_cast<float>(e.t[2]) / 24.0f};
+    }
+    // The inversion goes to the centring code; the reduced list keeps the
+    // first of each pair of rotations R and -R.
+    std::vector<element12_type> reduced;
+    for (const auto& e : group) {
+      const bool partner = trial.centring_code != 1 && std::any_of(reduced.begin(), reduced.end(), [&e](const element12_type& r) {
+                             return r.rot == negated(e.rot);
+                           });
+      if (!partner) reduced.push_back(e);
+    }
+    if (!expand_element_table(reduced, trial)) return false;
+    trial.count = static_cast<std::int32_t>(gens.size());
+    if (!align_with_table(s, trial)) return false;
+    out = trial;
+    return true;
+  };
+  const std::vector<element12_type> start = {{identity, {0, 0, 0}}};
+  if (!place_elements(gens, 0, start, out.lattice_code, centring_twelfths(), accept)) {
     fail(" Wrong space-group symbol: " + symbol);
     return;
   }
-  get_so_from_hall(row->hall, out);
-  if (err_symm) return;
-  for (const auto& e : gens) {
-    if (!holds(out, e)) {
-      fail(" Wrong space-group symbol: " + symbol);
-      return;
-    }
-  }
-  out.count = static_cast<std::int32_t>(gens.size());
   out.latsy = letter + lattice;
 }

@@ -240,3 +240,54 @@ TEST(SetSpacegroup, BlanksCaseAndNonClosingGenerators) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(HermannMauguin, SymbolChecks) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"Q 2", " Wrong space-group symbol: Q 2"},
+      {"P 2M", " A rotation axis cannot be immediately followed by a planeM within the same symmetry direction"},
+      {"P M2", " A mirror plane cannot be immediately followed by a rotation axis2 within the same symmetry direction"},
+      {"P 23", " Screw axis: 23 not allowed"},
+      {"C M C E", " The symbol: E is not allowed"},
+      {"P 2/-M", " The symbol: - is not allowed"},
+      {"P 22", " The symbol: 2 has been repeated within the same symmetry direction"},
+      {"P MN", " There is more than one plane within the same symmetry direction"},
+  };
+  for (const auto& [symbol, message] : cases) {
+    symmetry_build_type g;
+    get_so_from_hms(symbol, g);
+    EXPECT_TRUE(err_symm) << symbol;
+    EXPECT_EQ(err_symm_mess, message) << symbol;
+  }
+  symmetry_build_type g;
+  get_so_from_hms("P 21 21 21", g);
+  EXPECT_FALSE(err_symm) << err_symm_mess;
+  EXPECT_EQ(g.latsy, "oP");
+  get_so_from_hms("P 21/C", g);
+  EXPECT_EQ(g.latsy, "mP");
+  get_so_from_hms("F M -3 M", g);
+  EXPECT_EQ(g.latsy, "cF");
+  EXPECT_EQ(g.ss.size(), 192u);
+}
+
+TEST(HermannMauguin, SymbolsOutsideTheTableAreDerived) {
+  const std::string hm_mode = "HMS";
+  space_group_type g;
+  // Full symbol of P n m a: its own origin, on a centre of symmetry.
+  set_spacegroup("P 21/n 21/m 21/a", g, nullptr, nullptr, &hm_mode);
+  ASSERT_FALSE(err_symm) << err_symm_mess;
+  EXPECT_EQ(g.multip, 8);
+  EXPECT_EQ(g.centred, 2);
+  EXPECT_EQ(g.crystalsys, "Orthorhombic");
+  EXPECT_EQ(g.laue, "mmm");
+  EXPECT_EQ(g.pg, "mmm");
+  EXPECT_EQ(g.spg_symb, "P 21/n 21/m 21/a");
+  // A mirror and a two-fold axis in two directions make m2m.
+  set_spacegroup("P M 2", g, nullptr, nullptr, &hm_mode);
+  ASSERT_FALSE(err_symm) << err_symm_mess;
+  EXPECT_EQ(g.multip, 4);
+  EXPECT_EQ(g.pg, "m2m");
+}
+
+}  // namespace
