@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
 
 #include "tests/toolkit/plot_fixture.h"
+#include "toolkit/plots/contour.h"
 #include "toolkit/plots/plot_frame.h"
 #include "toolkit/plots/plot_key.h"
 #include "toolkit/plots/plot_scales.h"
@@ -206,4 +208,52 @@ TEST_F(plot_frame, KeyRowsFromTheBottom) {
   ipgkeyarea(1, 0, 0, 1);  // no key area: nothing
   ipgkeyall(texts, "R");
   EXPECT_TRUE(drawn().empty());
+}
+
+// The road of a redraw: everything goes into a bitmap, which is copied to the
+// window in one step. A flat section makes all levels equal: the contours
+// report error 43 and draw nothing, the frame is drawn all the same.
+TEST_F(plot_frame, RedrawThroughABitmap) {
+  struct row {
+    bool flat;
+    int error;
+  };
+  for (const row r : {row{false, 0}, row{true, 43}}) {
+    screen.forget();
+    int bitmap = 0;
+    wbitmapget(bitmap, 0);
+    igrselect(igr_bitmap, bitmap);
+    igrareaclear();
+    std::vector<float> z(25);
+    for (int k = 0; k < 25; ++k) z[k] = r.flat ? 2.0f : static_cast<float>(k % 5 + k / 5);
+    const float low = r.flat ? 2.0f : 0.0f, high = r.flat ? 2.0f : 8.0f;
+    std::vector<float> levels;
+    for (int L = 1; L <= 3; ++L) levels.push_back(static_cast<float>(L) * (high - low) / 4 + low);
+    ipgarea(0.2f, 0.2f, 0.8f, 0.8f);
+    const int nvals[2] = {5, 5};
+    ipgnewplot2(8, 3, nvals);
+    for (int L = 1; L <= 3; ++L) ipgstyle(L, 0, 0, 0, 196 + L, 0);
+    ipgunits(0, 0, 1, 1);
+    ipgcontour2(z, 5, 5, levels);
+    EXPECT_EQ(winfoerror(1), r.error);
+    igrcolourn(120);
+    ipgborder();
+    ipgxscale("TN");
+    ipgyscaleleft("TN");
+    ipgxlabel("x/a");
+    ipgylabelleft("y/b", "9");
+    EXPECT_TRUE(drawn().empty());  // nothing reached the window yet
+    igrselect(igr_window);
+    wbitmapput(bitmap, 0, 0);
+    wbitmapdestroy(bitmap);
+    ASSERT_FALSE(drawn().empty());
+    EXPECT_EQ(drawn()[0].kind, recorded_kind::bitmap);
+    int level_lines = 0;
+    for (const auto& p : drawn())
+      if (p.kind == recorded_kind::polyline && p.colour.number >= 197 && p.colour.number <= 199) ++level_lines;
+    EXPECT_EQ(level_lines, r.flat ? 0 : 3);
+    const auto texts = texts_of(drawn());
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), "x/a"), 1);
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), ".5"), 2);  // on both scales
+  }
 }

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <vector>
 
 #include "tests/toolkit/plot_fixture.h"
@@ -72,6 +73,10 @@ TEST_F(plot_setup, UnitsKeepDirectionAndRejectEmptyRanges) {
   EXPECT_FLOAT_EQ(ipgstate.xpmin, 0);
   EXPECT_FLOAT_EQ(ipgstate.xpmax, 1);
   EXPECT_FLOAT_EQ(ipgstate.ypmax, 2);
+
+  ipgunits(0, 0, std::nanf(""), 2);  // not a number: as equal limits
+  EXPECT_EQ(winfoerror(1), 16);
+  EXPECT_FLOAT_EQ(ipgstate.xplen, 1);
 
   ipgunitsz(3, 3);
   EXPECT_EQ(winfoerror(1), 16);

@@ -1,6 +1,7 @@
 #include "toolkit/plots/plot_setup.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "toolkit/core/werror.h"
@@ -59,9 +60,11 @@ void set_units(std::optional<float> xmin, std::optional<float> ymin, std::option
     high = 1;
     bad = true;
   };
-  if (s.xpmin == s.xpmax) reset(s.xpmin, s.xpmax);
-  if (s.ypmin == s.ypmax) reset(s.ypmin, s.ypmax);
-  if (!(s.zpmax > s.zpmin)) reset(s.zpmin, s.zpmax);
+  // Limits that are not numbers count as equal ones.
+  auto usable = [](float low, float high) { return std::isfinite(low) && std::isfinite(high) && low != high; };
+  if (!usable(s.xpmin, s.xpmax)) reset(s.xpmin, s.xpmax);
+  if (!usable(s.ypmin, s.ypmax)) reset(s.ypmin, s.ypmax);
+  if (!usable(s.zpmin, s.zpmax) || !(s.zpmax > s.zpmin)) reset(s.zpmin, s.zpmax);
   if (bad) yyerror(16, "IPgUnitsXYZ");
   derive_lengths();
 }
