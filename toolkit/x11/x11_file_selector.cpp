@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "toolkit/x11/x11_display.h"
+#include "toolkit/x11/x11_message_box.h"
 #include "toolkit/x11/x11_modal.h"
 #include "toolkit/x11/x11_root_window.h"
 
@@ -56,7 +57,9 @@ std::string start_directory(const std::string& name) {
 }
 
 struct selector_state {
+  bool save = false;
   int answer = 0;
+  std::string path;  // what OK confirmed
 };
 
 std::string text_of(XmString s) {
@@ -98,9 +101,39 @@ void search_files(Widget fsb, XtPointer call) {
   for (XmString s : items) XmStringFree(s);
 }
 
-void pressed(Widget, XtPointer data, XtPointer call) {
-  static_cast<selector_state*>(data)->answer =
-      static_cast<XmAnyCallbackStruct*>(call)->reason == XmCR_OK ? 1 : 2;
+// Whether the user still wants the path after the messages its check asks
+// for; the selector stays open when not.
+bool confirmed(const std::string& path, bool save) {
+  switch (check_selection(path, save)) {
+    case selection_check::accept:
+      return true;
+    case selection_check::not_a_file:
+      return false;
+    case selection_check::not_found:
+      x11_message_box(0, 3, 1, path + "\nFile not found.", "");
+      return false;
+    case selection_check::no_path:
+      x11_message_box(0, 3, 1, path + "\nPath does not exist.", "");
+      return false;
+    case selection_check::ask_replace:
+      return x11_message_box(3, 3, 2, path + " already exists\nDo you want to replace it?", "") == 1;
+  }
+  return false;
+}
+
+void pressed(Widget fsb, XtPointer data, XtPointer call) {
+  auto* state = static_cast<selector_state*>(data);
+  if (static_cast<XmAnyCallbackStruct*>(call)->reason != XmCR_OK) {
+    state->answer = 2;
+    return;
+  }
+  XmString selection = nullptr;
+  XtVaGetValues(fsb, XmNtextString, &selection, nullptr);
+  const std::string path = trimmed(text_of(selection));
+  if (selection != nullptr) XmStringFree(selection);
+  if (!confirmed(path, state->save)) return;
+  state->path = path;
+  state->answer = 1;
 }
 
 void closed(Widget, XtPointer data, XtPointer) { static_cast<selector_state*>(data)->answer = 2; }
@@ -129,9 +162,22 @@ bool file_matches(const std::string& name, const std::vector<std::string>& patte
   });
 }
 
+selection_check check_selection(const std::string& path, bool save) {
+  if (path.empty() || is_directory(path)) return selection_check::not_a_file;
+  const std::size_t slash = path.rfind('/');
+  const std::string directory =
+      slash == std::string::npos ? "." : path.substr(0, std::max<std::size_t>(slash, 1));
+  if (!is_directory(directory)) return selection_check::no_path;
+  struct stat st {};
+  const bool exists = stat(path.c_str(), &st) == 0;
+  if (save) return exists ? selection_check::ask_replace : selection_check::accept;
+  return exists ? selection_check::accept : selection_check::not_found;
+}
+
 bool x11_select_file(const std::string& filter, int flags, std::string& name,
                      const std::string& title) {
   selector_state state;
+  state.save = flags & save_flag;
   // The first row of the filter is the one shown; its patterns go into the
   // Filter field, where the user may change them.
   const std::vector<file_filter_type> rows = parse_file_filter(filter);
@@ -144,12 +190,14 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
 
   Widget parent = x11_root_is_open() ? x11_root_shell() : x11_application_shell();
   XmString dir = XmStringCreateLocalized(const_cast<char*>(directory.c_str()));
-  XmString ok = XmStringCreateLocalized(const_cast<char*>(flags & save_flag ? "Save" : "Open"));
+  XmString ok = XmStringCreateLocalized(const_cast<char*>(state.save ? "Save" : "Open"));
+  XmString type = XmStringCreateLocalized(const_cast<char*>(state.save ? "Save as type" : "Files of type"));
   XmString pattern = XmStringCreateLocalized(const_cast<char*>(pattern_text.c_str()));
   Arg args[] = {
       {const_cast<char*>(XmNdirectory), reinterpret_cast<XtArgVal>(dir)},
       {const_cast<char*>(XmNokLabelString), reinterpret_cast<XtArgVal>(ok)},
       {const_cast<char*>(XmNpattern), reinterpret_cast<XtArgVal>(pattern)},
+      {const_cast<char*>(XmNfilterLabelString), reinterpret_cast<XtArgVal>(type)},
       {const_cast<char*>(XmNwidth), static_cast<XtArgVal>(selector_width)},
       {const_cast<char*>(XmNheight), static_cast<XtArgVal>(selector_height)},
       {const_cast<char*>(XmNfileSearchProc), reinterpret_cast<XtArgVal>(search_files)},
@@ -160,6 +208,10 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
   XmStringFree(dir);
   XmStringFree(ok);
   XmStringFree(pattern);
+  XmStringFree(type);
+  // The first letters of Open and Save are their mnemonics.
+  XtVaSetValues(XmFileSelectionBoxGetChild(fsb, XmDIALOG_OK_BUTTON), XmNmnemonic,
+                static_cast<KeySym>(state.save ? 'S' : 'O'), nullptr);
   XtVaSetValues(XtParent(fsb), XmNtitle, title.empty() ? " " : title.c_str(), nullptr);
   XtUnmanageChild(XmFileSelectionBoxGetChild(fsb, XmDIALOG_HELP_BUTTON));
   XtAddCallback(fsb, XmNokCallback, pressed, &state);
@@ -169,17 +221,8 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
   XtManageChild(fsb);
   x11_wait_for_answer(&state.answer);
 
-  bool chosen = false;
-  if (state.answer == 1) {
-    XmString selection = nullptr;
-    XtVaGetValues(fsb, XmNtextString, &selection, nullptr);
-    const std::string path = trimmed(text_of(selection));
-    if (selection != nullptr) XmStringFree(selection);
-    if (!path.empty() && !is_directory(path)) {
-      name = path;
-      chosen = true;
-    }
-  }
   XtDestroyWidget(XtParent(fsb));
-  return chosen;
+  if (state.answer != 1) return false;
+  name = state.path;
+  return true;
 }

@@ -1,6 +1,10 @@
 // Pure parts of the X11 face: status bar widths and the file selector's
 // filter string.
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
 
 #include "toolkit/x11/x11_file_selector.h"
 #include "toolkit/x11/x11_statusbar.h"
@@ -67,6 +71,35 @@ TEST(FileFilter, Matching) {
   const row rows[] = {{"nacl.bin", true}, {"data.v2.inp", true}, {"nacl.bin~", false},
                       {"NACL.BIN", false}, {"map", false},       {".inp", true}};
   for (const row& r : rows) EXPECT_EQ(file_matches(r.name, patterns), r.matches) << r.name;
+}
+
+TEST(FileSelection, OpenAndSaveChecks) {
+  namespace fs = std::filesystem;
+  const fs::path folder = fs::temp_directory_path() / ("quelmora-check-" + std::to_string(getpid()));
+  fs::create_directories(folder / "sub");
+  std::ofstream(folder / "nacl.bin") << "x";
+  const std::string existing = (folder / "nacl.bin").string();
+  const std::string missing = (folder / "kcl.inp").string();
+  const std::string no_path = (folder / "nowhere" / "kcl.inp").string();
+  struct row {
+    std::string path;
+    bool save;
+    selection_check expected;
+  };
+  const row rows[] = {
+      {existing, false, selection_check::accept},
+      {existing, true, selection_check::ask_replace},
+      {missing, false, selection_check::not_found},
+      {missing, true, selection_check::accept},
+      {no_path, false, selection_check::no_path},
+      {no_path, true, selection_check::no_path},
+      {(folder / "sub").string(), false, selection_check::not_a_file},
+      {"", true, selection_check::not_a_file},
+  };
+  for (const row& r : rows) {
+    EXPECT_EQ(check_selection(r.path, r.save), r.expected) << r.path << (r.save ? " save" : " open");
+  }
+  fs::remove_all(folder);
 }
 
 }  // namespace

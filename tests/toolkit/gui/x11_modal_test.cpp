@@ -6,6 +6,7 @@
 #include <Xm/MessageB.h>
 #include <Xm/Xm.h>
 
+#include <deque>
 #include <filesystem>
 #include <fstream>
 
@@ -18,7 +19,7 @@
 
 namespace {
 
-// What the user does once the box is up: which callback to call, and for the
+// What the user does once a box is up: which callback to call, and for the
 // selector the text typed into the Selection field first.
 struct user_action {
   const char* widget;    // name of the box
@@ -27,26 +28,52 @@ struct user_action {
   std::string typed;     // selector only; empty: leave the field alone
 };
 
-user_action pending;
+std::deque<user_action> pending;
+std::vector<std::string> box_texts;  // texts of the message boxes met
+
+std::string message_text(Widget box) {
+  XmString s = nullptr;
+  XtVaGetValues(box, XmNmessageString, &s, nullptr);
+  // All the lines, joined without their breaks.
+  char* text = static_cast<char*>(
+      XmStringUnparse(s, nullptr, XmCHARSET_TEXT, XmCHARSET_TEXT, nullptr, 0, XmOUTPUT_ALL));
+  std::string out = text ? text : "";
+  XtFree(text);
+  XmStringFree(s);
+  return out;
+}
 
 void act(XtPointer, XtIntervalId*) {
-  Widget box = XtNameToWidget(x11_root_shell(), (std::string("*") + pending.widget).c_str());
-  ASSERT_NE(box, nullptr) << pending.widget;
-  if (!pending.typed.empty()) {
-    XmString s = XmStringCreateLocalized(const_cast<char*>(pending.typed.c_str()));
+  if (pending.empty()) return;
+  const user_action action = pending.front();
+  pending.pop_front();
+  // The next action is due when the loop runs again, which may be the loop of
+  // a box this action opens.
+  if (!pending.empty()) XtAppAddTimeOut(x11_app(), 0, act, nullptr);
+  Widget box = XtNameToWidget(x11_root_shell(), (std::string("*") + action.widget).c_str());
+  ASSERT_NE(box, nullptr) << action.widget;
+  if (std::string(action.widget) == "message") box_texts.push_back(message_text(box));
+  if (!action.typed.empty()) {
+    XmString s = XmStringCreateLocalized(const_cast<char*>(action.typed.c_str()));
     XtVaSetValues(box, XmNtextString, s, nullptr);
     XmStringFree(s);
   }
   XmAnyCallbackStruct cb{};
-  cb.reason = pending.reason;
-  XtCallCallbacks(box, pending.callback, &cb);
+  cb.reason = action.reason;
+  XtCallCallbacks(box, action.callback, &cb);
 }
 
-// Arranges for the action to happen as soon as the box's loop runs.
-void when_shown(const user_action& action) {
-  pending = action;
+// Arranges for the actions to happen one by one as the boxes' loops run.
+void when_shown(const std::vector<user_action>& actions) {
+  pending.assign(actions.begin(), actions.end());
+  box_texts.clear();
   XtAppAddTimeOut(x11_app(), 0, act, nullptr);
 }
+
+const user_action box_ok{"message", XmNokCallback, XmCR_OK, ""};
+const user_action box_no{"message", XmNcancelCallback, XmCR_CANCEL, ""};
+const user_action selector_cancel{"selector", XmNcancelCallback, XmCR_CANCEL, ""};
+user_action selector_ok(const std::string& typed) { return {"selector", XmNokCallback, XmCR_OK, typed}; }
 
 class X11Modal : public ::testing::Test {
  protected:
@@ -70,7 +97,7 @@ TEST_F(X11Modal, MessageBoxGivesThePressedButton) {
                       {3, XmNokCallback, XmCR_OK, 1},
                       {3, XmNcancelCallback, XmCR_CANCEL, 2}};
   for (const row& r : rows) {
-    when_shown({"message", r.callback, r.reason, ""});
+    when_shown({{"message", r.callback, r.reason, ""}});
     EXPECT_EQ(x11_message_box(r.buttons, 2, 1, "Do you want to save the last modifications?", ""),
               r.expected);
   }
@@ -93,18 +120,53 @@ TEST_F(X11Selector, OkGivesTheChosenFileAndCancelKeepsTheName) {
   const std::string chosen = (folder / "nacl.bin").string();
 
   std::string name = folder.string() + "/";
-  when_shown({"selector", XmNokCallback, XmCR_OK, chosen});
+  when_shown({selector_ok(chosen)});
   EXPECT_TRUE(x11_select_file(filter, 10, name, "Load Input File"));
   EXPECT_EQ(name, chosen);
 
-  when_shown({"selector", XmNcancelCallback, XmCR_CANCEL, ""});
+  when_shown({selector_cancel});
   EXPECT_FALSE(x11_select_file(filter, 10, name, "Load Input File"));
   EXPECT_EQ(name, chosen) << "Cancel leaves the name alone";
 
-  // OK on a directory chooses nothing.
-  when_shown({"selector", XmNokCallback, XmCR_OK, folder.string()});
+  // OK on a directory keeps the box open; the user then cancels.
+  when_shown({selector_ok(folder.string()), selector_cancel});
   EXPECT_FALSE(x11_select_file(filter, 10, name, "Load Input File"));
   EXPECT_EQ(name, chosen);
+  EXPECT_TRUE(box_texts.empty());
+}
+
+// The checks of an open box and a save box, each ending as the user answers.
+TEST_F(X11Selector, OpenAndSaveBoxesCheckTheName) {
+  const std::string existing = (folder / "nacl.bin").string();
+  const std::string missing = (folder / "kcl.inp").string();
+  const std::string no_folder = (folder / "nowhere" / "kcl.inp").string();
+  struct row {
+    const char* what;
+    int flags;
+    std::vector<user_action> actions;
+    bool chosen;
+    std::string name_after;
+    std::vector<std::string> boxes;
+  };
+  const row rows[] = {
+      {"open, missing file", 10, {selector_ok(missing), box_ok, selector_cancel}, false, "start",
+       {missing + "File not found."}},
+      {"open, missing folder", 10, {selector_ok(no_folder), box_ok, selector_cancel}, false, "start",
+       {no_folder + "Path does not exist."}},
+      {"save, new file", 11, {selector_ok(missing)}, true, missing, {}},
+      {"save, existing file, No then Yes", 11,
+       {selector_ok(existing), box_no, selector_ok(existing), box_ok}, true, existing,
+       {existing + " already existsDo you want to replace it?",
+        existing + " already existsDo you want to replace it?"}},
+  };
+  for (const row& r : rows) {
+    std::string name = "start";
+    when_shown(r.actions);
+    EXPECT_EQ(x11_select_file("Fourier files|*.inp|", r.flags, name, "Title"), r.chosen) << r.what;
+    EXPECT_EQ(name, r.name_after) << r.what;
+    EXPECT_EQ(box_texts, r.boxes) << r.what;
+    EXPECT_TRUE(pending.empty()) << r.what << ": every action was used";
+  }
 }
 
 }  // namespace
