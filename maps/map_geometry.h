@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 #include "crystal/farray.h"
 #include "crystal/vector_types.h"
@@ -25,6 +26,16 @@ inline std::int32_t wrap_index(std::int32_t i, std::int32_t n) {
   const std::int32_t m = n + 1;
   const std::int32_t r = ((i % m) + m) % m;
   return r == 0 ? 1 : r;
+}
+
+// Extents of a section along an axis of ngrid points: the closed grid,
+// ngrid + 1, and the doubled grid of a skewed family, 2 (ngrid + 1) - 1.
+// A grid too large for them (only a damaged file has one) gives 0.
+inline std::int32_t closed_extent(std::int32_t ngrid) {
+  return ngrid < std::numeric_limits<std::int32_t>::max() ? ngrid + 1 : 0;
+}
+inline std::int32_t doubled_extent(std::int32_t ngrid) {
+  return ngrid < (std::numeric_limits<std::int32_t>::max() - 1) / 2 ? 2 * (ngrid + 1) - 1 : 0;
 }
 
 inline bool shape_is(const farray3<float>& a, std::int32_t n1, std::int32_t n2, std::int32_t n3) {

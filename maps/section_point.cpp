@@ -31,11 +31,11 @@ dmap_grid current_dmap_grid() {
             std::fabs(qp::yl2 - qp::yl1) * one_49th};
   }
   const section_family_type f = section_family(qp::imap);
-  const std::int32_t nu = qp::ngrid[static_cast<std::size_t>(f.u - 1)] + 1;
-  const std::int32_t nv = qp::ngrid[static_cast<std::size_t>(f.v - 1)] + 1;
+  const std::int32_t ngu = qp::ngrid[static_cast<std::size_t>(f.u - 1)];
+  const std::int32_t ngv = qp::ngrid[static_cast<std::size_t>(f.v - 1)];
   if (current_family_is_skewed())
-    return {2 * nu - 1, 2 * nv - 1, qp::u_min, qp::v_min, qp::u_inc, qp::v_inc};
-  return {nu, nv, qp::rmax[0], qp::rmax[1], qp::rinc[0], qp::rinc[1]};
+    return {doubled_extent(ngu), doubled_extent(ngv), qp::u_min, qp::v_min, qp::u_inc, qp::v_inc};
+  return {closed_extent(ngu), closed_extent(ngv), qp::rmax[0], qp::rmax[1], qp::rinc[0], qp::rinc[1]};
 }
 
 // The cell of a walk along one side of dmap: the first i whose step holds x,

@@ -19,15 +19,17 @@ void carga_seccion_rec(std::int32_t isec, std::int32_t& ndim_x, std::int32_t& nd
   const std::int32_t ngu = qp::ngrid[static_cast<std::size_t>(f.u - 1)];
   const std::int32_t ngv = qp::ngrid[static_cast<std::size_t>(f.v - 1)];
   const std::int32_t ngw = qp::ngrid[static_cast<std::size_t>(f.w - 1)];
-  ndim_x = 2 * (ngu + 1) - 1;
-  ndim_y = 2 * (ngv + 1) - 1;
+  ndim_x = doubled_extent(ngu);
+  ndim_y = doubled_extent(ngv);
   // The plane is read from rho; without a grid, or with a dmap of another
   // size, there is nothing to add.
-  if (ngu < 1 || ngv < 1 || ngw < 1 || !shape_is(qp::rho, qp::ngrid[0], qp::ngrid[1], qp::ngrid[2]) ||
-      !qp::dmap.allocated() || qp::dmap.extent(1) != ndim_x || qp::dmap.extent(2) != ndim_y)
+  if (ngu < 1 || ngv < 1 || ngw < 1 || ndim_x == 0 || ndim_y == 0 ||
+      !shape_is(qp::rho, qp::ngrid[0], qp::ngrid[1], qp::ngrid[2]) || !qp::dmap.allocated() ||
+      qp::dmap.extent(1) != ndim_x || qp::dmap.extent(2) != ndim_y)
     return;
 
-  // Height of the plane in Angstrom, across the plane.
+  // The plane's fractional position; of its orthogonal coordinates only the
+  // one across the plane is kept.
   const float w = static_cast<float>(isec - 1) * qp::rinc[2] + qp::rmax[2];
   const vec3f origin = times(qp::celda.cr_orth, place_on_axes(f, qp::rmax[0], qp::rmax[1], w));
   const float w0 = origin[static_cast<std::size_t>(f.w - 1)];
@@ -90,11 +92,11 @@ std::array<std::array<float, 2>, 4> skewed_section_window(std::int32_t isec) {
     qp::v_min = std::fmin(qp::v_min, c[1]);
     qp::v_max = std::fmax(qp::v_max, c[1]);
   }
-  const std::int32_t nu = qp::ngrid[static_cast<std::size_t>(f.u - 1)] + 1;
-  const std::int32_t nv = qp::ngrid[static_cast<std::size_t>(f.v - 1)] + 1;
-  // A grid of one point per side has no step.
-  qp::u_inc = nu > 1 ? (qp::u_max - qp::u_min) / static_cast<float>(2 * nu - 2) : 0.0f;
-  qp::v_inc = nv > 1 ? (qp::v_max - qp::v_min) / static_cast<float>(2 * nv - 2) : 0.0f;
+  // 2 nu - 2 steps across the doubled grid, nu = ngrid + 1 points a side.
+  const float steps_u = 2.0f * static_cast<float>(qp::ngrid[static_cast<std::size_t>(f.u - 1)]);
+  const float steps_v = 2.0f * static_cast<float>(qp::ngrid[static_cast<std::size_t>(f.v - 1)]);
+  qp::u_inc = steps_u > 0.0f ? (qp::u_max - qp::u_min) / steps_u : 0.0f;
+  qp::v_inc = steps_v > 0.0f ? (qp::v_max - qp::v_min) / steps_v : 0.0f;
   return corners;
 }
 
