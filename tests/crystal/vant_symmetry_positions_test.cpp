@@ -320,3 +320,42 @@ TEST(WyckoffPositions, OrbitOfAMirrorSiteInP21m) {
 }
 
 }  // namespace
+
+namespace {
+
+// The records set_spacegroup builds carry the published multiplicities, in
+// every setting of the reference list (origin choices, rhombohedral axes).
+TEST(WyckoffPositions, RecordsOfSetSpacegroupCarryThePublishedMultiplicities) {
+  for (const auto& ref : wyckoff_references()) {
+    space_group_type g;
+    set_spacegroup(ref.hm, g);
+    ASSERT_FALSE(err_symm) << ref.hm << ": " << err_symm_mess;
+    ASSERT_EQ(g.wyckoff.count, static_cast<int>(ref.multiplicity.size())) << ref.hm;
+    for (int k = 0; k < g.wyckoff.count; ++k) {
+      const wyck_pos_type& p = g.wyckoff.pos[static_cast<std::size_t>(k)];
+      EXPECT_EQ(p.origin, ref.origin[static_cast<std::size_t>(k)]) << ref.hm;
+      EXPECT_EQ(p.multiplicity, ref.multiplicity[static_cast<std::size_t>(k)]) << ref.hm << " " << p.origin;
+    }
+  }
+}
+
+// In every tabulated setting, the orbit of each position and the
+// multiplicity of one of its points agree, and divide the general one.
+TEST(WyckoffPositions, OrbitsAndPointsAgreeInEveryTabulatedSetting) {
+  set_wyckoff_info();
+  const auto rows = wyckoff_info;
+  for (const auto& w : rows) {
+    space_group_type g;
+    set_spacegroup(w.hm, g);
+    ASSERT_FALSE(err_symm) << w.hm << ": " << err_symm_mess;
+    ASSERT_EQ(g.wyckoff.count, w.orbits) << w.hm;
+    for (int k = 0; k < w.orbits; ++k) {
+      const wyck_pos_type& p = g.wyckoff.pos[static_cast<std::size_t>(k)];
+      EXPECT_EQ(get_multip_pos_crys(point_of(p.origin), g), p.multiplicity) << w.hm << " " << p.origin;
+      EXPECT_LT(p.multiplicity, g.multip) << w.hm << " " << p.origin;
+      EXPECT_EQ(g.multip % p.multiplicity, 0) << w.hm << " " << p.origin;
+    }
+  }
+}
+
+}  // namespace
