@@ -7,6 +7,8 @@
 #include <fstream>
 #include <sstream>
 
+#include <unistd.h>
+
 #include "maps/binary_map.h"
 #include "maps/map_memory.h"
 #include "state/quelmora_parametros.h"
@@ -85,7 +87,8 @@ byte_fixture map_file(layout& at, const std::string& version = "04.06", std::int
 }
 
 std::string write_temp(const std::string& bytes, const std::string& name = "quelmora_map_test.bin") {
-  const auto path = std::filesystem::temp_directory_path() / name;
+  // Named after the process too: several builds may run their tests at once.
+  const auto path = std::filesystem::temp_directory_path() / (std::to_string(getpid()) + "_" + name);
   std::ofstream(path, std::ios::binary) << bytes;
   return path.string();
 }
