@@ -147,3 +147,36 @@ TEST_F(contour_fill, BadCalls) {
     EXPECT_EQ(drawn().empty(), r.error != 0 || r.layer != 8);
   }
 }
+
+// A cell with one missing corner is filled as the triangle of the other
+// three: in the band of its smallest corner, or across a boundary only when
+// cells are not divided, in the band of the corners' mean.
+TEST_F(contour_fill, CellWithAMissingCornerIsATriangle) {
+  struct row {
+    float z[4];
+    int granul;
+    int band;  // 0: nothing drawn
+  };
+  const row rows[] = {{{0.1f, 0.2f, 0.3f, -999}, 10, 1},
+                      {{0.1f, 0.2f, 0.9f, -999}, 10, 0},
+                      {{0.1f, 0.2f, 0.9f, -999}, 1, 2},  // mean 0.4 above 0.35
+                      {{0.1f, -999, 0.9f, -999}, 1, 0}};  // two corners: nothing
+  for (const row& r : rows) {
+    screen.forget();
+    open_fill_plot(2, 2, 2);
+    ipgstate.bmissing[2] = true;
+    ipgstate.rmissing = -999;
+    ipgstate.igranul = r.granul;
+    const float boundary[1] = {0.35f};
+    ipgconfill2(r.z, 2, 2, boundary);
+    const auto shapes = drawn_of(recorded_kind::polygon);
+    if (r.band == 0) {
+      EXPECT_TRUE(shapes.empty());
+      continue;
+    }
+    ASSERT_EQ(shapes.size(), 1u);
+    EXPECT_EQ(shapes[0]->points.size(), 3u);
+    EXPECT_EQ(shapes[0]->colour.number, 196 + r.band);
+    EXPECT_NEAR(band_shares(drawn())[r.band], 0.5, 1e-5);
+  }
+}

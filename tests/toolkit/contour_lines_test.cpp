@@ -320,3 +320,30 @@ TEST_F(contour_lines, LabelsBreakTheLineAlongItsDirection) {
   EXPECT_TRUE(drawn_of(recorded_kind::text).empty());
   EXPECT_EQ(drawn_of(recorded_kind::polyline).size(), 1u);
 }
+
+// Marked missing values: no line enters a cell with a missing node, so a
+// circle cut by a hole in the data becomes an open line ending at the hole.
+TEST_F(contour_lines, MissingValuesCutLines) {
+  const double cx = 11, cy = 11;
+  auto missing = [](int i, int j) { return i >= 15 && i <= 17 && j >= 9 && j <= 12; };
+  const auto z = sample(21, 21, [&](int i, int j) { return missing(i, j) ? -999.0 : std::hypot(i - cx, j - cy); });
+  open_grid_plot(21, 21, 1);
+  ipgstate.bmissing[2] = true;
+  ipgstate.rmissing = -999;
+  const float level[1] = {5};
+  ipgcontour2(z, 21, 21, level);
+  const auto lines = drawn_of(recorded_kind::polyline);
+  ASSERT_EQ(lines.size(), 1u);
+  const auto& p = lines[0]->points;
+  const plot_point first = in_plot_units(p.front()), last = in_plot_units(p.back());
+  EXPECT_GT(std::hypot(first.x - last.x, first.y - last.y), 1.0);  // open
+  for (std::size_t k = 0; k < p.size(); ++k) {
+    const plot_point q = in_plot_units(p[k]);
+    EXPECT_NEAR(std::hypot(q.x - cx, q.y - cy), 5, 0.05);
+    if (k == 0) continue;
+    // The cell holding the segment's middle has all four nodes.
+    const plot_point r = in_plot_units(p[k - 1]);
+    const int i = static_cast<int>(std::floor((q.x + r.x) / 2)), j = static_cast<int>(std::floor((q.y + r.y) / 2));
+    EXPECT_FALSE(missing(i, j) || missing(i + 1, j) || missing(i, j + 1) || missing(i + 1, j + 1)) << i << "," << j;
+  }
+}

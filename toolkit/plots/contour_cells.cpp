@@ -49,14 +49,21 @@ class cell_tracer {
     const int ci[4] = {i, i + 1, i + 1, i};
     const int cj[4] = {j, j, j + 1, j + 1};
     float z[4], x[4], y[4];
+    bool present[4];
+    int count = 0;
+    float low = 0, high = 0;
     for (int k = 0; k < 4; ++k) {
       z[k] = grid_.at(ci[k], cj[k]);
       x[k] = node_position(xpos_, ci[k], s.npval1, s.xplen, s.xplow);
       y[k] = node_position(ypos_, cj[k], s.npval2, s.yplen, s.yplow);
+      present[k] = grid_.present(ci[k], cj[k]);
+      if (!present[k]) continue;
+      low = count == 0 ? z[k] : std::min(low, z[k]);
+      high = count == 0 ? z[k] : std::max(high, z[k]);
+      ++count;
     }
-    const float low = *std::min_element(z, z + 4);
-    const float high = *std::max_element(z, z + 4);
-    if (levels_.front() > high || levels_.back() < low) return;
+    if (count < 2 || levels_.front() > high || levels_.back() < low) return;
+    const float share = 1.0f / static_cast<float>(count);
     for (int L = 1; L <= s.npset; ++L) {
       const float level = levels_[L - 1];
       if (level < low || level > high) continue;
@@ -64,11 +71,13 @@ class cell_tracer {
       cell_point centre;
       for (int k = 0; k < 4; ++k) {
         corner[k] = {x[k], y[k], z[k] - level};
-        centre.x += x[k] / 4;
-        centre.y += y[k] / 4;
-        centre.h += corner[k].h / 4;
+        if (!present[k]) continue;
+        centre.x += x[k] * share;
+        centre.y += y[k] * share;
+        centre.h += corner[k].h * share;
       }
-      for (int k = 0; k < 4; ++k) triangle(corner[k], corner[(k + 1) % 4], centre, L);
+      for (int k = 0; k < 4; ++k)
+        if (present[k] && present[(k + 1) % 4]) triangle(corner[k], corner[(k + 1) % 4], centre, L);
     }
   }
 

@@ -46,6 +46,15 @@ class band_filler {
   }
 
   void cell(int i, int j) {
+    const int ci[4] = {i, i + 1, i + 1, i};
+    const int cj[4] = {j, j, j + 1, j + 1};
+    int missing = 0;
+    for (int k = 0; k < 4; ++k) missing += grid_.present(ci[k], cj[k]) ? 0 : 1;
+    if (missing > 0) {
+      flush_run(j);
+      if (missing == 1) triangle_cell(ci, cj);
+      return;
+    }
     const float z1 = grid_.at(i, j), z2 = grid_.at(i + 1, j);
     const float z3 = grid_.at(i + 1, j + 1), z4 = grid_.at(i, j + 1);
     const int low_band = band(std::min({z1, z2, z3, z4}));
@@ -65,6 +74,28 @@ class band_filler {
       shaded_cell(i, j);
     else
       divided_cell(i, j, x1, x2);
+  }
+
+  // A cell with one corner missing: the triangle of the other three, in the
+  // band of its smallest corner when no boundary lies between its corners;
+  // across a boundary only undivided cells fill it, in the band of the mean.
+  void triangle_cell(const int* ci, const int* cj) {
+    float x[3], y[3], z[3];
+    int n = 0;
+    for (int k = 0; k < 4; ++k) {
+      if (!grid_.present(ci[k], cj[k])) continue;
+      z[n] = grid_.at(ci[k], cj[k]);
+      ipgunitstogrunits(node_x(static_cast<float>(ci[k])), node_y(static_cast<float>(cj[k])), x[n], y[n]);
+      ++n;
+    }
+    const int low_band = band(std::min({z[0], z[1], z[2]}));
+    int b = low_band;
+    if (band(std::max({z[0], z[1], z[2]})) != low_band) {
+      if (ipgstate.igranul != 1) return;
+      b = band((z[0] + z[1] + z[2]) / 3);
+    }
+    if (!use_band(b)) return;
+    igrtriangle(x[0], y[0], x[1], y[1], x[2], y[2]);
   }
 
   void flush_run(int j) {
@@ -115,7 +146,9 @@ class band_filler {
     igrpolygonshaded(x, y, colours, 4);
   }
 
-  void fill_box(int b, float x1, float y1, float x2, float y2) {
+  // Takes the fill style of band b when it differs from the last band used;
+  // false for a band that is not filled.
+  bool use_band(int b) {
     const auto& s = ipgstate;
     if (b != last_band_) {
       igrstate.ifstyl = s.ipgstyl[b][0];
@@ -125,7 +158,11 @@ class band_filler {
       igrcolourn(s.ipgcol[b][0]);
       last_band_ = b;
     }
-    if (igrstate.ifstyl == 0) return;
+    return igrstate.ifstyl != 0;
+  }
+
+  void fill_box(int b, float x1, float y1, float x2, float y2) {
+    if (!use_band(b)) return;
     float gx1, gy1, gx2, gy2;
     ipgunitstogrunits(x1, y1, gx1, gy1);
     ipgunitstogrunits(x2, y2, gx2, gy2);

@@ -5,6 +5,10 @@
 #include "toolkit/core/werror.h"
 #include "toolkit/plots/plot_state.h"
 
+bool contour_grid::present(int i, int j) const {
+  return !(ipgstate.bmissing[2] && at(i, j) == ipgstate.rmissing);
+}
+
 bool contour_grid_fits(const contour_grid& grid, int ny, std::string_view routine) {
   const auto& s = ipgstate;
   const std::int64_t needed = static_cast<std::int64_t>(s.npval2 - 1) * grid.nx + s.npval1;

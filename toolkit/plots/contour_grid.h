@@ -12,6 +12,9 @@ struct contour_grid {
   std::span<const float> z;
   int nx = 0;
   float at(int i, int j) const { return z[static_cast<std::size_t>(j - 1) * nx + (i - 1)]; }
+  // A value counts unless missing values are marked (bmissing for z) and it
+  // equals the marker rmissing.
+  bool present(int i, int j) const;
 };
 
 // Checks the dimensions against the plot's npval1, npval2 (error 1143 for

@@ -111,10 +111,24 @@ class line_follower {
   float far_value(const grid_edge& e) const { return e.dir == 0 ? value(e.i + 1, e.j) : value(e.i, e.j + 1); }
 
   // 0 for an inner edge; 1 on the low border of the other axis, plus 2 on its high border.
+  // A cell next to the edge counts when its two nodes off the edge are
+  // present; `step` -1 is the low side, 0 the high side.
+  bool side_cell_present(const grid_edge& e, int step) const {
+    const int di = e.dir == 1 ? (step < 0 ? -1 : 1) : 0;
+    const int dj = e.dir == 0 ? (step < 0 ? -1 : 1) : 0;
+    const int fi = e.dir == 0 ? 1 : 0, fj = e.dir == 1 ? 1 : 0;
+    return grid_.present(e.i + di, e.j + dj) && grid_.present(e.i + fi + di, e.j + fj + dj);
+  }
+
+  // 0 for an edge with a whole cell on both sides; 1 when the low side has
+  // none (border or missing node), plus 2 when the high side has none.
   int side_status(const grid_edge& e) const {
     const int other = e.dir == 0 ? e.j : e.i;
     const int last = e.dir == 0 ? n2() : n1();
-    return (other == 1 ? 1 : 0) + (other == last ? 2 : 0);
+    int s = 1;
+    if (other != 1 && side_cell_present(e, -1)) s = 0;
+    if (other == last || !side_cell_present(e, 0)) s += 2;
+    return s;
   }
 
   static bool crosses(float a, float b, float level) {
@@ -127,6 +141,7 @@ class line_follower {
     for (int dir = 0; dir <= 1; ++dir) {
       const grid_edge e{i, j, dir};
       if ((dir == 0 && i >= n1()) || (dir == 1 && j >= n2())) continue;
+      if (!grid_.present(i, j) || !grid_.present(i + 1 - dir, j + dir)) continue;
       const int s = side_status(e);
       if (s == 3 || s + pass == 0) continue;
       const float a = value(i, j), b = far_value(e);
