@@ -72,6 +72,8 @@ void ipgkeyall(std::span<const std::string> texts, std::string_view options,
   for (int i = 0; i < rows; ++i) widest = std::max(widest, wgrtextlength(texts[i]));
   const float height = (s.ypgkmx - s.ypgkmn) * g.yunlen;
   fit_key_font(widest, s.xpgkmx - s.xpgkmn, s.ypgkmx - s.ypgkmn, s.npset);
+  // Rows stand ((npset + 1) / 2 - f) row heights from the middle of the key
+  // area, f = 1 the top row: npset rows spread evenly over its height.
   const float centre = (s.ypgkmn + s.ypgkmx) / 2 * g.yunlen + g.ymin;
   const bool from_bottom = options.find('R') != std::string_view::npos || options.find('r') != std::string_view::npos;
   for (int i = 1; i <= rows; ++i) {
