@@ -3,6 +3,7 @@
 #include <cfenv>
 
 #include "app/menu_file.h"
+#include "app/menu_help.h"
 #include "app/quelmora_initialize.h"
 #include "app/stand_ins.h"
 #include "crystal/fixed_text.h"

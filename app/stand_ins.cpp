@@ -39,7 +39,6 @@ void load_settings_file(const std::string& variable) { note("load_settings_file 
 void save_settings_file(const std::string& variable) { note("save_settings_file " + variable); }
 void directory_update(const std::string& mode) { note("directory_update " + mode); }
 void whelpfile1(const std::string& path) { note("whelpfile1 " + path); }
-void menu_h_about() { note("menu_h_about"); }
 
 const std::vector<std::string>& stand_in_calls() { return calls; }
 void clear_stand_in_calls() { calls.clear(); }

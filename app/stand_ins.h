@@ -16,7 +16,6 @@
 //   load_settings_file, save_settings_file, directory_update
 //                         the settings and directory files
 //   whelpfile1            the help viewer of the toolkit
-//   menu_h_about          the about dialog (needs the dialog routines)
 #pragma once
 
 #include <cstdint>
@@ -45,7 +44,6 @@ void load_settings_file(const std::string& variable);
 void save_settings_file(const std::string& variable);
 void directory_update(const std::string& mode = "");
 void whelpfile1(const std::string& path);
-void menu_h_about();
 
 // The stand-ins called since the last clear, oldest first: the routine's
 // name, followed by " " and its argument where it has one.

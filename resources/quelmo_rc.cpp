@@ -12,4 +12,5 @@ void register_quelmo_rc() {
   }
   for (tab_captions_type& tabs : quelmo_rc_tab_captions()) register_tab_captions(std::move(tabs));
   for (option_list_type& list : quelmo_rc_option_lists()) register_option_list(std::move(list));
+  for (const grid_columns_type& columns : quelmo_rc_grid_columns()) register_grid_columns(columns);
 }

@@ -20,6 +20,7 @@ std::vector<dialog_type> quelmo_rc_plot_dialogs(); // the dialogs of the plot wi
 std::vector<dialog_type> quelmo_rc_shell_dialogs();  // About, loading, running, the toolkit's own
 std::vector<tab_captions_type> quelmo_rc_tab_captions();
 std::vector<option_list_type> quelmo_rc_option_lists();
+std::vector<grid_columns_type> quelmo_rc_grid_columns();
 
 struct prompt_type {
   int item = 0;

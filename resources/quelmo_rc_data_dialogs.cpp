@@ -204,3 +204,6 @@ std::vector<option_list_type> quelmo_rc_option_lists() {
            {"Fobs Synthesis", "Fcal Synthesis", "(Fo-Fc) Difference", "Fobs Patterson",
             "Fcal Patterson", "A,B User defined"}}};
 }
+
+// The atoms grid 1007 of page 118 takes its columns from the row dialog 119.
+std::vector<grid_columns_type> quelmo_rc_grid_columns() { return {{118, 1007, 119}}; }

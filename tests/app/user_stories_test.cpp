@@ -5,6 +5,7 @@
 #include "app/quelmora_main.h"
 #include "state/quelmora_parametros.h"
 #include "tests/app/shell_fixture.h"
+#include "toolkit/dialogs/dialog_model.h"
 #include "toolkit/messages/window.h"
 
 namespace qp = quelmora_parametros;
@@ -172,7 +173,7 @@ TEST_F(Shell, MenuTable) {
       {40017, {"menu_e_datafile"}},  {40013, {"menu_e_cell"}},      {40014, {"menu_e_space"}},
       {40009, {"menu_e_atoms"}},     {40019, {"menu_e_listinfo"}},  {40015, {"menu_e_fourier"}},
       {40012, {"menu_e_reflec"}},    {40020, {"menu_e_search"}},    {40005, {"menu_c_fourier"}},
-      {40008, {"menu_c_visual"}},    {40022, {"menu_plotting"}},    {40016, {"menu_h_about"}},
+      {40008, {"menu_c_visual"}},    {40022, {"menu_plotting"}},    {40016, {}},
       {40029, {}},  // no suite directory: no help
       {40006, {}},  {40011, {}},     {40018, {}},                   {40021, {}},
       {40023, {}},  {40004, {}},     {40030, {}},
@@ -187,6 +188,21 @@ TEST_F(Shell, MenuTable) {
     EXPECT_EQ(stand_in_calls(), expected) << r.id;
     clear_stand_in_calls();
   }
+}
+
+TEST_F(Shell, AboutBoxShowsTheVersionsUntilOk) {
+  headless::queue_menu(40016);
+  headless::press(113, 1);
+  headless::queue_menu(40007);
+  start({});
+  const loaded_dialog_type* about = yyfind_dialog(113);
+  ASSERT_NE(about, nullptr);
+  EXPECT_FALSE(about->shown);
+  EXPECT_EQ(about->caption, "Quelmora Program");
+  EXPECT_EQ(yyfind_field(*yyfind_dialog(113), 1033)->text, "04.06");
+  EXPECT_EQ(yyfind_field(*yyfind_dialog(113), 1058)->text, "March - 2007");
+  EXPECT_EQ(headless::refused(), std::vector<std::string>{});
+  EXPECT_EQ(headless::events_left(), 0u) << "Exit after OK ended the loop";
 }
 
 TEST_F(Shell, ExitAndQuitEndTheLoopAlike) {

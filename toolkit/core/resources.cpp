@@ -20,6 +20,7 @@ struct catalogue_type {
   std::map<int, dialog_type> dialogs;
   std::map<dialog_field, tab_captions_type> tabs;
   std::map<dialog_field, option_list_type> option_lists;
+  std::map<dialog_field, grid_columns_type> grid_columns;
 };
 
 catalogue_type& catalogue() {
@@ -49,6 +50,10 @@ void register_option_list(option_list_type list) {
   catalogue().option_lists[{list.dialog, list.field}] = std::move(list);
 }
 
+void register_grid_columns(grid_columns_type columns) {
+  catalogue().grid_columns[{columns.dialog, columns.field}] = columns;
+}
+
 void clear_resources() { catalogue() = catalogue_type{}; }
 
 const menu_type* find_menu(int id) { return lookup(catalogue().menus, id); }
@@ -63,6 +68,10 @@ const tab_captions_type* find_tab_captions(int dialog, int field) {
 
 const option_list_type* find_option_list(int dialog, int field) {
   return lookup(catalogue().option_lists, dialog_field{dialog, field});
+}
+
+const grid_columns_type* find_grid_columns(int dialog, int field) {
+  return lookup(catalogue().grid_columns, dialog_field{dialog, field});
 }
 
 const field_type* find_field(const dialog_type& dialog, int field) {

@@ -114,6 +114,14 @@ struct option_list_type {
   std::vector<std::string> options;
 };
 
+// The columns of a grid field are the fields of a row dialog, in order: each
+// gives a column its kind, width, heading (the field's text) and format.
+struct grid_columns_type {
+  int dialog = 0;
+  int field = 0;
+  int row_dialog = 0;
+};
+
 // Registration, done once at start-up by the program. Registering an id that
 // is already there replaces the earlier entry.
 void register_menu(menu_type menu);
@@ -123,6 +131,7 @@ void register_icon(icon_type icon);
 void register_dialog(dialog_type dialog);
 void register_tab_captions(tab_captions_type tabs);
 void register_option_list(option_list_type list);
+void register_grid_columns(grid_columns_type columns);
 
 // Empties the catalogue (tests start from a known state with it).
 void clear_resources();
@@ -135,6 +144,7 @@ const icon_type* find_icon(int item);
 const dialog_type* find_dialog(int id);
 const tab_captions_type* find_tab_captions(int dialog, int field);
 const option_list_type* find_option_list(int dialog, int field);
+const grid_columns_type* find_grid_columns(int dialog, int field);
 
 // A field of a dialog by number; field numbers are unique only inside a dialog.
 const field_type* find_field(const dialog_type& dialog, int field);

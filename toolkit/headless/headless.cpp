@@ -1,8 +1,12 @@
 #include "toolkit/headless/headless.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <utility>
+
+#include "toolkit/dialogs/dialog_model.h"
+#include "toolkit/dialogs/dialog_user.h"
 
 #include "toolkit/graphics/graphics_targets.h"
 #include "toolkit/messages/backend.h"
@@ -11,9 +15,22 @@ namespace headless {
 
 namespace {
 
+// One step of the script: a message, or an action in a dialog.
+struct script_step {
+  std::int32_t type = 0;
+  message_record record;
+  std::function<bool()> action;
+  std::string what;
+};
+
 class scripted_backend final : public toolkit_backend {
  public:
-  std::deque<std::pair<std::int32_t, message_record>> events;
+  std::deque<script_step> events;
+  std::vector<std::string> refusals;
+  std::deque<std::string> directories;
+  std::deque<std::int32_t> colours;
+  std::deque<bool> print_options;
+  std::vector<shown_file> edited;
   std::deque<std::optional<std::string>> files;
   std::deque<int> answers;
   std::vector<shown_box> shown;
@@ -26,9 +43,40 @@ class scripted_backend final : public toolkit_backend {
       record = message_record{};
       return;
     }
-    type = events.front().first;
-    record = events.front().second;
+    const script_step step = events.front();
     events.pop_front();
+    if (step.action) {
+      if (!step.action()) refusals.push_back(step.what);
+      type = 0;  // the action's messages wait in the toolkit's queue
+      return;
+    }
+    type = step.type;
+    record = step.record;
+  }
+
+  bool select_directory(int, std::string& name, const std::string&) override {
+    if (directories.empty()) return false;
+    name = directories.front();
+    directories.pop_front();
+    return true;
+  }
+
+  bool select_colour(bool, std::int32_t& rgb) override {
+    if (colours.empty()) return false;
+    rgb = colours.front();
+    colours.pop_front();
+    return true;
+  }
+
+  bool hardcopy_options_text() override {
+    if (print_options.empty()) return false;
+    const bool ok = print_options.front();
+    print_options.pop_front();
+    return ok;
+  }
+
+  void edit_file(std::int32_t handle, const std::string& path, const std::string& text) override {
+    edited.push_back({handle, path, text});
   }
 
   int message_box(int buttons, int icon, int default_button, const std::string& text,
@@ -74,7 +122,13 @@ message_record with_value(std::int32_t value1) {
 
 void install() {
   attach_target(igr_window, 0, nullptr);
+  yyreset_dialogs();
   face.events.clear();
+  face.refusals.clear();
+  face.directories.clear();
+  face.colours.clear();
+  face.print_options.clear();
+  face.edited.clear();
   face.files.clear();
   face.answers.clear();
   face.shown.clear();
@@ -83,7 +137,44 @@ void install() {
   set_toolkit_backend(&face);
 }
 
-void queue_event(std::int32_t type, const message_record& record) { face.events.emplace_back(type, record); }
+void queue_event(std::int32_t type, const message_record& record) { face.events.push_back({type, record, {}, ""}); }
+
+namespace {
+void queue_action(int dialog, int field, std::function<bool()> action) {
+  face.events.push_back({0, {}, std::move(action), std::to_string(dialog) + " " + std::to_string(field)});
+}
+}  // namespace
+
+void type_text(int dialog, int field, const std::string& text) {
+  queue_action(dialog, field, [=] { return yyuser_text(dialog, field, text); });
+}
+void set_check(int dialog, int field, int checked) {
+  queue_action(dialog, field, [=] { return yyuser_check(dialog, field, checked); });
+}
+void choose_radio(int dialog, int field) {
+  queue_action(dialog, field, [=] { return yyuser_radio(dialog, field); });
+}
+void choose_option(int dialog, int field, int selection) {
+  queue_action(dialog, field, [=] { return yyuser_option(dialog, field, selection); });
+}
+void choose_tab(int dialog, int field, int page) {
+  queue_action(dialog, field, [=] { return yyuser_tab(dialog, field, page); });
+}
+void type_cell(int dialog, int field, int column, int row, const std::string& text) {
+  queue_action(dialog, field, [=] { return yyuser_cell(dialog, field, column, row, text); });
+}
+void press(int dialog, int button) {
+  queue_action(dialog, button, [=] { return yyuser_press(dialog, button); });
+}
+void click_field(int dialog, int field) {
+  queue_action(dialog, field, [=] { return yyuser_mouse_on_field(dialog, field, 1); });
+}
+const std::vector<std::string>& refused() { return face.refusals; }
+
+void answer_directory(const std::string& name) { face.directories.push_back(name); }
+void answer_colour(std::int32_t rgb) { face.colours.push_back(rgb); }
+void answer_print_options(bool ok) { face.print_options.push_back(ok); }
+const std::vector<shown_file>& files_shown() { return face.edited; }
 void queue_menu(std::int32_t item) { queue_event(msg_menu_select, with_value(item)); }
 void queue_push_button(std::int32_t button) { queue_event(msg_push_button, with_value(button)); }
 void queue_expose() { queue_event(msg_expose, message_record{}); }

@@ -35,6 +35,35 @@ void queue_close(std::int32_t window = 0);
 // A mouse message at a position in drawing units.
 void queue_mouse(std::int32_t type, std::int32_t button, float gx, float gy);
 
+// The user's actions in a dialog on the screen, in order with the events
+// above (see toolkit/dialogs/dialog_user.h): they change the field and queue
+// the messages the program reads. An action the dialog refuses (hidden
+// dialog, disabled field, number out of range) is noted in refused().
+void type_text(int dialog, int field, const std::string& text);
+void set_check(int dialog, int field, int checked);
+void choose_radio(int dialog, int field);
+void choose_option(int dialog, int field, int selection);
+void choose_tab(int dialog, int field, int page);
+void type_cell(int dialog, int field, int column, int row, const std::string& text);
+void press(int dialog, int button);
+void click_field(int dialog, int field);
+// Actions refused, as "dialog field", oldest first.
+const std::vector<std::string>& refused();
+
+// Answers of the next directory and colour selectors and print-options
+// dialogs; without one queued they are cancelled.
+void answer_directory(const std::string& name);
+void answer_colour(std::int32_t rgb);
+void answer_print_options(bool ok);
+
+// Files shown by weditfile: the child window and the text.
+struct shown_file {
+  std::int32_t window = 0;
+  std::string path;
+  std::string text;
+};
+const std::vector<shown_file>& files_shown();
+
 // Answers of the next selectors: a file name, or a cancel. A selector with
 // no answer queued is cancelled.
 void answer_file(const std::string& name);

@@ -10,7 +10,9 @@
 //
 // Rules for an implementation:
 // - next_event blocks until the user does something and fills type and
-//   record. Pixel positions go in raw_x, raw_y (words 12, 13) and the
+//   record. Type 0 means "nothing for the program": the toolkit queued
+//   messages of its own meanwhile (a user's action on a dialog), and wmessage
+//   looks at its queue again. Pixel positions go in raw_x, raw_y (words 12, 13) and the
 //   position in drawing units in gx, gy; wmessage copies raw_x, raw_y to
 //   x, y and applies the enable table, so the backend need not filter.
 // - message_box shows a modal box and returns the button pressed: 1 for OK
@@ -57,6 +59,22 @@ class toolkit_backend {
   virtual void show_child(std::int32_t /*handle*/, bool /*open*/, const std::string& /*caption*/) {}
   // The pointer's shape over the windows: 0 arrow, 1 busy, 3 the probe cursor.
   virtual void show_cursor(std::int32_t /*shape*/) {}
+  // A dialog came on the screen (wdialogshow) or left it (wdialoghide); its
+  // fields are read from toolkit/dialogs/dialog_model.h.
+  virtual void show_dialog(int /*dialog*/, bool /*shown*/) {}
+  // The program changed a field of a loaded dialog: value, list, state, page or grid.
+  virtual void show_field(int /*dialog*/, int /*field*/) {}
+  // A dialog was destroyed (wdialogunload, or loaded afresh).
+  virtual void unload_dialog(int /*dialog*/) {}
+  // Modal selectors. Each returns true on OK with the answer written, and
+  // false on Cancel with the argument untouched. By default: cancelled.
+  virtual bool select_directory(int /*flags*/, std::string& /*name*/, const std::string& /*title*/) { return false; }
+  // A colour as red + 256 green + 65536 blue; `palette` for the palette dialog.
+  virtual bool select_colour(bool /*palette*/, std::int32_t& /*rgb*/) { return false; }
+  // The print options of a text file.
+  virtual bool hardcopy_options_text() { return false; }
+  // Shows a text file, read-only, in child window `handle` (0 the current one).
+  virtual void edit_file(std::int32_t /*handle*/, const std::string& /*path*/, const std::string& /*text*/) {}
   // The client area of the root window in pixels; 0 by 0 for a face without one.
   virtual void client_size(std::int32_t& width, std::int32_t& height) { width = height = 0; }
 };

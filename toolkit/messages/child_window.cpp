@@ -37,6 +37,8 @@ void windowclosechild(std::int32_t handle) {
 
 bool child_is_open(std::int32_t handle) { return children.contains(handle); }
 
+std::int32_t yynewest_child() { return children.empty() ? 0 : children.rbegin()->first; }
+
 void wcursorshape(std::int32_t shape) {
   if (shape < 0) {
     yyerror(1015, "WCursorShape");

@@ -18,6 +18,9 @@ void windowclosechild(std::int32_t handle);
 // Whether a child of that handle is open.
 bool child_is_open(std::int32_t handle);
 
+// The open child opened last, 0 when none is open.
+std::int32_t yynewest_child();
+
 // 0 normal arrow, 1 busy, 3 the probe cursor; other shapes of 0 and above show
 // the arrow. A negative shape is error 1015 and changes nothing.
 void wcursorshape(std::int32_t shape);

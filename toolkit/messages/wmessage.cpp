@@ -48,7 +48,7 @@ void wmessage(std::int32_t& type, message_record& record) {
     } else {
       current_backend().next_event(type, record);
     }
-    if (!message_enabled(type)) continue;
+    if (type == 0 || !message_enabled(type)) continue;
     record.x = record.raw_x;
     record.y = record.raw_y;
     return;
@@ -68,6 +68,8 @@ void wmessageenable(std::int32_t type, std::int32_t state) {
 }
 
 void yyqueue_message(std::int32_t type, const message_record& record) { queued.emplace_back(type, record); }
+
+bool yymessages_waiting() { return !queued.empty(); }
 
 void yyreset_messages() {
   enabled = initial_table();

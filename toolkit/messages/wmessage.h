@@ -26,6 +26,10 @@ bool message_enabled(std::int32_t type);
 // menu choice); delivered in order before the backend is asked again.
 void yyqueue_message(std::int32_t type, const message_record& record);
 
+// Whether the toolkit holds messages of its own not yet delivered; a face
+// whose next_event waits on the screen returns type 0 when this becomes true.
+bool yymessages_waiting();
+
 // Back to the state at start: the enable table as at start, no pushed or queued
 // message. Called by winitialise.
 void yyreset_messages();

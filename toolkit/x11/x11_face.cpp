@@ -3,7 +3,9 @@
 #include "toolkit/graphics/graphics_area.h"
 #include "toolkit/messages/backend.h"
 #include "toolkit/messages/window.h"
+#include "toolkit/messages/wmessage.h"
 #include "toolkit/x11/x11_child_window.h"
+#include "toolkit/x11/x11_dialog.h"
 #include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_events.h"
 #include "toolkit/x11/x11_file_selector.h"
@@ -27,6 +29,11 @@ class x11_backend final : public toolkit_backend {
       return;
     }
     while (!x11_take(type, record)) {
+      // A user's action in a dialog queued messages in the toolkit itself.
+      if (yymessages_waiting()) {
+        type = 0;
+        return;
+      }
       XEvent event;
       XtAppNextEvent(x11_app(), &event);
       XtDispatchEvent(&event);
@@ -58,6 +65,10 @@ class x11_backend final : public toolkit_backend {
     x11_root_close();
     x11_close_display();
   }
+
+  void show_dialog(int dialog, bool shown) override { x11_dialog_show(dialog, shown); }
+  void show_field(int dialog, int field) override { x11_dialog_field(dialog, field); }
+  void unload_dialog(int dialog) override { x11_dialog_unload(dialog); }
 
   void show_caption(const std::string& caption) override { x11_root_caption(caption); }
 

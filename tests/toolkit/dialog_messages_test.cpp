@@ -1,0 +1,232 @@
+// A scripted user in the catalogue's dialogs: the messages the program reads
+// (field changes with the fields left and entered, push buttons), modal
+// dialogs, and the common selectors with their exit buttons.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include <unistd.h>
+
+#include "resources/quelmo_rc.h"
+#include "toolkit/core/werror.h"
+#include "toolkit/dialogs/dialog_model.h"
+#include "toolkit/dialogs/file_selector.h"
+#include "toolkit/dialogs/selectors.h"
+#include "toolkit/dialogs/wdialog.h"
+#include "toolkit/dialogs/winfodialog.h"
+#include "toolkit/headless/headless.h"
+#include "toolkit/messages/child_window.h"
+#include "toolkit/messages/ios.h"
+#include "toolkit/messages/window.h"
+#include "toolkit/messages/wmessage.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct seen {
+  std::int32_t type, value1, value2, value4;
+  bool operator==(const seen&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const seen& s) {
+  return out << "{" << s.type << ", " << s.value1 << ", " << s.value2 << ", " << s.value4 << "}";
+}
+
+class DialogUser : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    headless::install();
+    yyreset_messages();
+    register_quelmo_rc();
+    winfoerror(1);
+  }
+  void TearDown() override { yyreset_messages(); }
+  // Messages until the first close request (the end of the script).
+  static std::vector<seen> read_all() {
+    std::vector<seen> out;
+    for (;;) {
+      std::int32_t type = 0;
+      message_record r;
+      wmessage(type, r);
+      if (type == msg_close_request) return out;
+      out.push_back({type, r.value1, r.value2, r.value4});
+    }
+  }
+};
+
+TEST_F(DialogUser, FieldChangesComeInOrderWithTheFieldsLeftAndEntered) {
+  wdialogload(116);
+  wdialogshow(-1, -1, 0, 3);
+  wmessageenable(msg_field_changed, 1);
+  headless::type_text(116, 1147, "Sodium chloride");
+  headless::choose_tab(116, 1002, 118);
+  headless::choose_radio(118, 1005);
+  headless::type_text(118, 1268, "2");
+  headless::press(116, 1);
+  const std::vector<seen> expected = {
+      {10, 0, 1147, 116},    {10, 1147, 1002, 116}, {10, 1002, 1002, 116}, {10, 0, 1005, 118},
+      {10, 1005, 1005, 118}, {10, 1005, 1268, 118}, {10, 1002, 1, 116},    {3, 1, 0, 116},
+  };
+  EXPECT_EQ(read_all(), expected);
+  EXPECT_TRUE(headless::refused().empty());
+  wdialogselect(118);
+  std::int32_t n = 0;
+  wdialoggetinteger(1268, n);
+  EXPECT_EQ(n, 2);
+}
+
+TEST_F(DialogUser, WithoutTheEnableOnlyTheButtonArrives) {
+  wdialogload(114);
+  wdialogshow(-1, -1, 0, 3);
+  headless::type_text(114, 1088, "12");
+  headless::choose_radio(114, 1180);
+  headless::press(114, 2);
+  EXPECT_EQ(read_all(), (std::vector<seen>{{3, 2, 0, 114}}));
+}
+
+TEST_F(DialogUser, RefusedActionsChangeNothingAndAreNoted) {
+  wdialogload(110);
+  wdialogshow(-1, -1, 0, 3);
+  headless::type_text(121, 1261, "1");    // a dialog not on the screen
+  headless::type_text(110, 1071, "0.5");
+  headless::type_text(110, 1071, "11");   // range -10 to 10
+  headless::press(110, 2);                // the dialog has no Cancel
+  read_all();
+  EXPECT_EQ(headless::refused(), (std::vector<std::string>{"121 1261", "110 1071", "110 2"}));
+  float v = 0;
+  wdialoggetreal(1071, v);
+  EXPECT_EQ(v, 0.5f);
+}
+
+TEST_F(DialogUser, ModalShowWaitsForAButtonAndKeepsOtherMessages) {
+  wdialogload(120);
+  headless::queue_expose();
+  headless::type_text(120, 1256, "2.5");
+  headless::press(120, 1);
+  headless::queue_menu(40026);
+  wdialogshow(-1, -1, 1256, 1);
+  EXPECT_EQ(winfodialog(4), 1);
+  EXPECT_FALSE(yyfind_dialog(120)->shown);
+  float v = 0;
+  wdialoggetreal(1256, v);
+  EXPECT_EQ(v, 2.5f);
+  // The expose that came meanwhile is the caller's, then what follows.
+  EXPECT_EQ(read_all(), (std::vector<seen>{{7, 0, 0, 0}, {2, 40026, 0, 0}}));
+}
+
+TEST_F(DialogUser, ModalShowEndsAsCancelWhenTheScriptRunsOut) {
+  wdialogload(121);
+  wdialogshow(-1, -1, 0, 1);
+  EXPECT_EQ(winfodialog(4), 2);
+}
+
+TEST_F(DialogUser, ColourBoxesDeliverMousePresses) {
+  wdialogload(112);
+  wdialogshow(-1, -1, 0, 3);
+  headless::click_field(112, 1222);
+  EXPECT_EQ(read_all(), (std::vector<seen>{{4, 1, 0, 1222}}));
+}
+
+class Selectors : public DialogUser {
+ protected:
+  void SetUp() override {
+    DialogUser::SetUp();
+    iosdirname(start_);
+    dir_ = fs::temp_directory_path() / ("quelmora_selectors_" + std::to_string(::getpid()));
+    fs::create_directories(dir_ / "maps");
+    std::ofstream(dir_ / "nacl.bin") << "x";
+    std::ofstream(dir_ / "nacl.fout") << "Sintrel listing\nR = 0.05\n";
+  }
+  void TearDown() override {
+    iosdirchange(start_);
+    fs::remove_all(dir_);
+    DialogUser::TearDown();
+  }
+  std::string start_;
+  fs::path dir_;
+};
+
+TEST_F(Selectors, DirectoryChoiceMovesTheProcessCancelDoesNot) {
+  std::string name = start_;
+  wselectdir(64, name, "Working Directory");
+  EXPECT_EQ(winfodialog(4), 2);
+  EXPECT_EQ(name, start_);
+  headless::answer_directory((dir_ / "maps").string());
+  wselectdir(64, name, "Working Directory");
+  EXPECT_EQ(winfodialog(4), 1);
+  EXPECT_EQ(name, (dir_ / "maps").string());
+  std::string now;
+  iosdirname(now);
+  EXPECT_EQ(fs::path(now), fs::canonical(dir_ / "maps"));
+}
+
+TEST_F(Selectors, ColoursPackedAndInComponents) {
+  headless::answer_colour(10 + 256 * 20 + 65536 * 30);
+  std::int32_t r = 1, g = 2, b = 3;
+  wselectcolour1(r, g, b);
+  EXPECT_EQ(winfodialog(4), 1);
+  EXPECT_EQ((std::vector<int>{r, g, b}), (std::vector<int>{10, 20, 30}));
+  wselectcolour1(r, g, b);
+  EXPECT_EQ(winfodialog(4), 2);
+  EXPECT_EQ((std::vector<int>{r, g, b}), (std::vector<int>{10, 20, 30})) << "Cancel changes nothing";
+  headless::answer_colour(0x00ff80);
+  std::int32_t packed = 0;
+  wselectcolour2(packed);
+  EXPECT_EQ(packed, 0x00ff80);
+}
+
+TEST_F(Selectors, FileChoiceIsCheckedBeforeTheSelectorCloses) {
+  const std::string bin = (dir_ / "nacl.bin").string();
+  const std::string gone = (dir_ / "gone.bin").string();
+  const std::string nowhere = (dir_ / "nowhere" / "x.bin").string();
+  struct row {
+    int flags;
+    std::string path;
+    int answer;  // to a question, 0 none
+    bool ok;
+    std::string box;
+  };
+  const row rows[] = {
+      {10, bin, 0, true, ""},
+      {10, gone, 0, false, gone + "\nFile not found."},
+      {10, nowhere, 0, false, nowhere + "\nPath does not exist."},
+      {11, gone, 0, true, ""},
+      {11, bin, 2, false, bin + " already exists\nDo you want to replace it?"},
+      {11, bin, 1, true, bin + " already exists\nDo you want to replace it?"},
+  };
+  for (const row& r : rows) {
+    headless::install();
+    if (r.answer != 0) headless::answer_box(r.answer);
+    EXPECT_EQ(yyfile_choice_ok(r.flags, r.path), r.ok) << r.path;
+    EXPECT_EQ(headless::box_texts(), r.box.empty() ? std::vector<std::string>{} : std::vector<std::string>{r.box});
+  }
+}
+
+TEST_F(Selectors, ListingShownReadOnlyInTheChild) {
+  window_options_type how;
+  how.caption = "Root";
+  windowopen2(how);
+  weditfile((dir_ / "nacl.fout").string(), 2, 0, 6, 1);
+  EXPECT_EQ(winfoerror(1), 1003) << "no child window to show it in";
+  std::int32_t child = 0;
+  windowopenchild2(child, "View of calculations");
+  weditfile((dir_ / "nacl.fout").string(), 2, 0, 6, 1);
+  weditfile((dir_ / "missing.fout").string(), 2, 0, 4, 1);
+  EXPECT_EQ(winfoerror(1), 13);
+  ASSERT_EQ(headless::files_shown().size(), 1u);
+  EXPECT_EQ(headless::files_shown()[0].window, child);
+  EXPECT_EQ(headless::files_shown()[0].text, "Sintrel listing\nR = 0.05\n");
+  windowclose();
+}
+
+TEST_F(Selectors, PrintOptionsExitButton) {
+  headless::answer_print_options(true);
+  whardcopyoptionstext();
+  EXPECT_EQ(winfodialog(4), 1);
+  whardcopyoptionstext();
+  EXPECT_EQ(winfodialog(4), 2);
+}
+
+}  // namespace

@@ -1,0 +1,16 @@
+// Dialog units to pixels. The catalogue places fields in dialog units: a
+// quarter of the dialog font's average character width across, an eighth of
+// its height down. Measured once on the font the widgets use.
+#pragma once
+
+// Pixels of a horizontal and a vertical length in dialog units.
+int x11_dialog_x(int units);
+int x11_dialog_y(int units);
+
+// The scale from a font's average letter width and line height in pixels
+// (pure, for tests): pixels per dialog unit across and down.
+struct dialog_scale_type {
+  double across = 1.5;
+  double down = 1.625;
+};
+dialog_scale_type dialog_scale_from_font(double average_width, double height);
