@@ -11,7 +11,6 @@
 #include "resources/quelmo_rc.h"
 #include "toolkit/core/werror.h"
 #include "toolkit/dialogs/dialog_model.h"
-#include "toolkit/dialogs/file_selector.h"
 #include "toolkit/dialogs/selectors.h"
 #include "toolkit/dialogs/wdialog.h"
 #include "toolkit/dialogs/winfodialog.h"
@@ -175,33 +174,6 @@ TEST_F(Selectors, ColoursPackedAndInComponents) {
   std::int32_t packed = 0;
   wselectcolour2(packed);
   EXPECT_EQ(packed, 0x00ff80);
-}
-
-TEST_F(Selectors, FileChoiceIsCheckedBeforeTheSelectorCloses) {
-  const std::string bin = (dir_ / "nacl.bin").string();
-  const std::string gone = (dir_ / "gone.bin").string();
-  const std::string nowhere = (dir_ / "nowhere" / "x.bin").string();
-  struct row {
-    int flags;
-    std::string path;
-    int answer;  // to a question, 0 none
-    bool ok;
-    std::string box;
-  };
-  const row rows[] = {
-      {10, bin, 0, true, ""},
-      {10, gone, 0, false, gone + "\nFile not found."},
-      {10, nowhere, 0, false, nowhere + "\nPath does not exist."},
-      {11, gone, 0, true, ""},
-      {11, bin, 2, false, bin + " already exists\nDo you want to replace it?"},
-      {11, bin, 1, true, bin + " already exists\nDo you want to replace it?"},
-  };
-  for (const row& r : rows) {
-    headless::install();
-    if (r.answer != 0) headless::answer_box(r.answer);
-    EXPECT_EQ(yyfile_choice_ok(r.flags, r.path), r.ok) << r.path;
-    EXPECT_EQ(headless::box_texts(), r.box.empty() ? std::vector<std::string>{} : std::vector<std::string>{r.box});
-  }
 }
 
 TEST_F(Selectors, ListingShownReadOnlyInTheChild) {
