@@ -29,6 +29,7 @@ TEST(graphics_colour, DepthRampFadesWithDistance) {
     return 0.3 * r + 0.59 * g + 0.11 * b;
   };
   for (int n = 84; n <= 95; ++n) EXPECT_LT(brightness(p[n]), brightness(p[n - 1])) << n;
+  EXPECT_GT(brightness(p[95]), 40);  // the farthest still shows on a black ground
   EXPECT_EQ(p[0], 0);
   EXPECT_EQ(p[255], wrgb(255, 255, 255));
 }
