@@ -97,11 +97,14 @@ bool add_element(std::vector<element12_type>& table, const element12_type& e, st
 }
 
 bool close_element_table(std::vector<element12_type>& table, std::int32_t lattice_code) {
-  for (std::size_t i = 0; i < table.size(); ++i) {
-    for (std::size_t j = 0; j <= i; ++j) {
-      if (!add_element(table, multiply(table[i], table[j], lattice_code), lattice_code)) return false;
-      if (!add_element(table, multiply(table[j], table[i], lattice_code), lattice_code)) return false;
+  for (bool grown = true; grown;) {
+    const std::size_t before = table.size();
+    for (std::size_t i = 0; i < table.size(); ++i) {
+      for (std::size_t j = 0; j < table.size(); ++j) {
+        if (!add_element(table, multiply(table[i], table[j], lattice_code), lattice_code)) return false;
+      }
     }
+    grown = table.size() > before;
   }
   return true;
 }

@@ -461,9 +461,11 @@ def point_group_name(rotations, hm, cctbx_class):
     if name == 'mm2':
         a = twofolds[0]
         name = {(0, 0, 1): 'mm2', (0, 1, 0): 'm2m', (1, 0, 0): '2mm'}[a]
-    elif name == '-42m':
-        name = '-42m' if twofolds[0] in {(1, 0, 0), (0, 1, 0)} else '-4m2'
-    elif name == '-6m2':
+    elif name in ('-42m', '-4m2'):
+        # the two-fold axes other than the square of the -4, along z
+        secondary = [a for a in twofolds if a != (0, 0, 1)]
+        name = '-42m' if secondary[0] in {(1, 0, 0), (0, 1, 0)} else '-4m2'
+    elif name in ('-62m', '-6m2'):
         name = '-62m' if twofolds[0] in A_TYPE else '-6m2'
     elif name in ('32', '321', '312') and hm[0] != 'R':
         name = '32' if twofolds[0] in A_TYPE else '312'

@@ -26,6 +26,33 @@ std::set<std::string> operator_set(const space_group_type& g) {
   return s;
 }
 
+// The crystal system of a group number.
+std::string system_of_number(int n) {
+  const std::pair<int, const char*> last_of[] = {{2, "Triclinic"},  {15, "Monoclinic"}, {74, "Orthorhombic"},
+                                                 {142, "Tetragonal"}, {167, "Trigonal"},  {194, "Hexagonal"},
+                                                 {230, "Cubic"}};
+  for (const auto& [last, name] : last_of) {
+    if (n <= last) return name;
+  }
+  return "";
+}
+
+// Centring vectors of a setting, the null one counted: by the lattice letter,
+// rhombohedral axes being primitive.
+int centring_vectors_of(const std::string& hm) {
+  if (hm.find(":R") != std::string::npos) return 1;
+  switch (hm[0]) {
+    case 'P':
+      return 1;
+    case 'R':
+      return 3;
+    case 'F':
+      return 4;
+    default:
+      return 2;
+  }
+}
+
 TEST(SetSpacegroup, EveryRowByHallAndBySymbolGivesTheSameGroup) {
   set_spgr_info();
   const std::string hall_mode = "HAL";
@@ -40,6 +67,9 @@ TEST(SetSpacegroup, EveryRowByHallAndBySymbolGivesTheSameGroup) {
     EXPECT_EQ(operator_set(by_hall), operator_set(by_hm)) << row.hm;
     EXPECT_EQ(by_hall.multip, hall_references[k].order) << row.hm;
     EXPECT_EQ(by_hm.numspg, row.n) << row.hm;
+    EXPECT_EQ(by_hm.crystalsys, system_of_number(row.n)) << row.hm;
+    EXPECT_EQ(by_hm.num_lat, centring_vectors_of(row.hm)) << row.hm;
+    EXPECT_EQ(by_hm.laue, laue_class[static_cast<std::size_t>(row.laue - 1)]) << row.hm;
     EXPECT_EQ(static_cast<int>(operator_set(by_hm).size()), by_hm.multip) << row.hm;
     // The seven settings that go by Hall symbol only have symbols that do
     // not name their group's elements; "HMS" judges them by the symbol.
@@ -288,6 +318,53 @@ TEST(HermannMauguin, SymbolsOutsideTheTableAreDerived) {
   ASSERT_FALSE(err_symm) << err_symm_mess;
   EXPECT_EQ(g.multip, 4);
   EXPECT_EQ(g.pg, "m2m");
+}
+
+}  // namespace
+
+namespace {
+
+// The names get_laue_pg gives where the table writes another: the "R" Laue
+// classes, the old cubic symbols, the literal names of the trigonal groups on
+// hexagonal axes, and its naming of the mm2 orientations.
+std::string as_from_operators(const std::string& name, bool hexagonal_axes, bool acentric) {
+  if (name == "-3 R") return "-3";
+  if (name == "-3m R" || name == "-3m1") return "-3m";
+  if (name == "m3") return "m-3";
+  if (name == "m3m") return "m-3m";
+  if (hexagonal_axes && acentric && name == "32") return "-32";
+  if (hexagonal_axes && acentric && name == "312") return "-312";
+  // get_laue_pg names mm2 by the row of mod6 of its first two-fold axis: row 4
+  // (along x) "mm2", row 3 (along y) "m2m", any other (along z) "2mm".
+  if (name == "mm2") return "2mm";
+  if (name == "2mm") return "mm2";
+  return name;
+}
+
+// Laue class and point group worked out from the operators agree with the
+// table's columns for every setting.
+TEST(SetSpacegroup, LaueAndPointGroupFromOperatorsMatchTheTable) {
+  set_spgr_info();
+  const std::string hall_mode = "HAL";
+  for (const auto& row : spgr_info) {
+    space_group_type g;
+    set_spacegroup(row.hall, g, nullptr, nullptr, &hall_mode);
+    ASSERT_FALSE(err_symm) << row.hall;
+    std::string laue, pg;
+    get_laue_pg(g, laue, pg);
+    ASSERT_FALSE(err_symm) << row.hm << ": " << err_symm_mess;
+    const bool trigonal_hex = g.hexa && row.n >= 143 && row.n <= 167;
+    const bool acentric = g.centred == 1;
+    const std::string table_laue = laue_class[static_cast<std::size_t>(row.laue - 1)];
+    const std::string table_pg = point_group[static_cast<std::size_t>(row.pg - 1)];
+    if (trigonal_hex && (table_laue == "-31m" || table_laue == "-3m1" || table_laue == "-3m R")) {
+      // On hexagonal axes the Laue class follows the point group's literal name.
+      EXPECT_EQ(laue.substr(0, 3), "-3m" == laue ? "-3m" : "-31") << row.hm;
+    } else {
+      EXPECT_EQ(laue, as_from_operators(table_laue, trigonal_hex, acentric)) << row.hm;
+    }
+    EXPECT_EQ(pg, as_from_operators(table_pg, trigonal_hex, acentric)) << row.hm;
+  }
 }
 
 }  // namespace
