@@ -182,6 +182,11 @@ TEST(SetSpacegroup, GeneratorsAndFixedLists) {
   EXPECT_EQ(g.multip, 1);
   EXPECT_EQ(g.spg_symb, "P 1");
   EXPECT_EQ(g.sg_setting, "Tabulated Setting");
+  set_spacegroup("C", g, &none, &zero, &gen_mode);  // the text names the lattice
+  ASSERT_FALSE(err_symm) << err_symm_mess;
+  EXPECT_EQ(g.multip, 2);
+  EXPECT_EQ(g.spg_lat, "C");
+  EXPECT_EQ(g.spg_symb, "C 1");
 
   const std::vector<std::string> gens = {"x+1/2,y+1/2,z", "-x,y,-z+1/2", "-x,-y,-z"};
   const std::int32_t three = 3;
