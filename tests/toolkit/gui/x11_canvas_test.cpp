@@ -144,6 +144,29 @@ TEST_F(x11_drawing, PrimitivesBecomePixels) {
   EXPECT_LE(wgrtextlength("HHH"), 3.0f);
 }
 
+// Hatched fills: lines every 4 pixels at density 1, along x for angle 1,
+// crossed by lines along y for style 2.
+TEST_F(x11_drawing, HatchedFills) {
+  surface = x11_canvas::pixmap(display, DefaultRootWindow(display), 40, 40);
+  attach_target(igr_window, 0, surface.get());
+  igrselect(igr_window, 0);
+  struct row {
+    int style, x, y;
+    bool coloured;
+  };
+  const row rows[] = {{1, 10, 8, true}, {1, 10, 9, false}, {1, 9, 10, false},
+                      {2, 10, 8, true}, {2, 8, 11, true},  {2, 9, 10, false}};
+  for (const row& r : rows) {
+    igrareaclear();
+    igrcolour("Red");
+    igrfillpattern(-r.style, 1, 1);
+    igrrectangle(0, 0, 1, 1);
+    XSync(display, False);
+    EXPECT_EQ(rgb_at(surface->drawable(), r.x, r.y) == wrgb(255, 0, 0), r.coloured)
+        << "style " << r.style << " at " << r.x << "," << r.y;
+  }
+}
+
 // The contour demo: two panels, filled bands and lines, drawn into a bitmap
 // and copied to a window in one step, as the plot mode does.
 TEST_F(x11_drawing, FramedContourDemo) {
