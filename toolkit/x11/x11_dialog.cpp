@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <map>
+#include <vector>
 
 #include "toolkit/dialogs/dialog_model.h"
 #include "toolkit/dialogs/dialog_user.h"
@@ -50,12 +51,14 @@ struct field_ref {
 field_ref* ref(int dialog, int field, int page = 0) { return new field_ref{dialog, field, page}; }
 void free_ref(Widget, XtPointer data, XtPointer) { delete static_cast<field_ref*>(data); }
 
-Widget create(WidgetClass cls, Widget parent, const field_type& f, int height_units) {
-  Widget w = XtVaCreateManagedWidget("field", cls, parent, XmNx, static_cast<Position>(x11_dialog_x(f.x)),
-                                     XmNy, static_cast<Position>(x11_dialog_y(f.y)), XmNwidth,
-                                     static_cast<Dimension>(std::max(1, x11_dialog_x(f.width))), XmNheight,
-                                     static_cast<Dimension>(std::max(1, x11_dialog_y(height_units))), nullptr);
-  return w;
+// A field's widget at its place; `extra` holds resources that must be given at creation.
+Widget create(WidgetClass cls, Widget parent, const field_type& f, int height_units, std::vector<Arg> extra = {}) {
+  auto arg = [](const char* name, XtArgVal value) { return Arg{const_cast<char*>(name), value}; };
+  extra.push_back(arg(XmNx, x11_dialog_x(f.x)));
+  extra.push_back(arg(XmNy, x11_dialog_y(f.y)));
+  extra.push_back(arg(XmNwidth, std::max(1, x11_dialog_x(f.width))));
+  extra.push_back(arg(XmNheight, std::max(1, x11_dialog_y(height_units))));
+  return XtCreateManagedWidget("field", cls, parent, extra.data(), static_cast<Cardinal>(extra.size()));
 }
 
 void set_label(Widget w, const std::string& text) {
@@ -163,9 +166,9 @@ Widget group_box(Widget board, const field_type& f) {
 }
 
 Widget option_menu(int dialog, Widget board, const field_type& f) {
-  Widget w = create(xmComboBoxWidgetClass, board, f, menu_height_units);
-  XtVaSetValues(w, XmNcomboBoxType, XmDROP_DOWN_LIST, XmNmarginHeight, 0, XmNvisibleItemCount,
-                std::max(3, f.height / 10), nullptr);
+  Widget w = create(xmComboBoxWidgetClass, board, f, menu_height_units,
+                    {{const_cast<char*>(XmNcomboBoxType), XmDROP_DOWN_LIST}});
+  XtVaSetValues(w, XmNmarginHeight, 0, XmNvisibleItemCount, std::max(3, f.height / 10), nullptr);
   field_ref* r = ref(dialog, f.id);
   XtAddCallback(w, XmNselectionCallback, option_chosen, r);
   XtAddCallback(w, XmNdestroyCallback, free_ref, r);
@@ -263,7 +266,16 @@ void build_fields(int dialog, Widget board, dialog_widgets& widgets) {
   for (bool groups : {true, false}) {
     for (const field_state_type& s : d->fields) {
       if ((s.resource.kind == field_group) != groups) continue;
-      if (Widget w = field_widget(dialog, board, s, widgets)) widgets.fields[s.resource.id] = w;
+      Widget w = field_widget(dialog, board, s, widgets);
+      if (w == nullptr) continue;
+      widgets.fields[s.resource.id] = w;
+      // Margins and labels set after creation make some widgets take their
+      // preferred size again: the catalogue's size wins.
+      if (s.resource.kind != field_tab) {
+        const int height = s.resource.kind == field_menu ? menu_height_units : s.resource.height;
+        XtVaSetValues(w, XmNwidth, static_cast<Dimension>(std::max(1, x11_dialog_x(s.resource.width))), XmNheight,
+                      static_cast<Dimension>(std::max(1, x11_dialog_y(height))), nullptr);
+      }
     }
   }
   for (const field_state_type& s : d->fields) x11_dialog_field(dialog, s.resource.id);
@@ -367,6 +379,20 @@ void show_state(int dialog, const field_state_type& f, Widget w) {
   XtSetSensitive(w, f.state != field_disabled);
 }
 
+// Group boxes and tab holders go under the fields they frame.
+void lower_frames(int dialog) {
+  const loaded_dialog_type* d = yyfind_dialog(dialog);
+  if (d == nullptr) return;
+  for (const field_state_type& f : d->fields) {
+    const int kind = f.resource.kind;
+    Widget w = shown[dialog].fields[f.resource.id];
+    if ((kind == field_group || kind == field_tab) && w != nullptr && XtIsRealized(w)) {
+      XLowerWindow(x11_display(), XtWindow(w));
+    }
+    for (const tab_page_type& p : f.pages) lower_frames(p.dialog);
+  }
+}
+
 }  // namespace
 
 void x11_dialog_show(int dialog, bool visible) {
@@ -381,6 +407,7 @@ void x11_dialog_show(int dialog, bool visible) {
   }
   // A dialog the program waits on keeps the user to itself.
   XtPopup(shell, d->mode == 2 ? XtGrabNone : XtGrabExclusive);
+  lower_frames(dialog);
   if (d->focus > 0 && shown[dialog].fields.contains(d->focus)) {
     XmProcessTraversal(shown[dialog].fields[d->focus], XmTRAVERSE_CURRENT);
   }
