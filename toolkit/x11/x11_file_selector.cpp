@@ -2,8 +2,6 @@
 
 #include <Xm/FileSB.h>
 #include <Xm/List.h>
-#include <Xm/Protocols.h>
-#include <dirent.h>
 #include <fnmatch.h>
 #include <sys/stat.h>
 
@@ -12,7 +10,7 @@
 #include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_message_box.h"
 #include "toolkit/x11/x11_modal.h"
-#include "toolkit/x11/x11_root_window.h"
+#include "toolkit/x11/x11_selector_list.h"
 
 namespace {
 
@@ -72,6 +70,7 @@ std::string text_of(XmString s) {
 
 // Lists the files of the directory that match the patterns of the Filter
 // field, separated by ";": Motif's own search knows only one pattern.
+// Order and hidden files follow the list's popup menu.
 void search_files(Widget fsb, XtPointer call) {
   auto* cb = static_cast<XmFileSelectionBoxCallbackStruct*>(call);
   std::string directory = text_of(cb->dir);
@@ -82,18 +81,8 @@ void search_files(Widget fsb, XtPointer call) {
   }
   if (patterns.empty()) patterns.push_back("*");
 
-  std::vector<std::string> names;
-  if (DIR* d = opendir(directory.c_str())) {
-    while (const dirent* entry = readdir(d)) {
-      const std::string name = entry->d_name;
-      if (name[0] == '.' || is_directory(directory + name)) continue;
-      if (file_matches(name, patterns)) names.push_back(name);
-    }
-    closedir(d);
-  }
-  std::sort(names.begin(), names.end());
   std::vector<XmString> items;
-  for (const std::string& n : names) {
+  for (const std::string& n : x11_selector_files(directory, patterns)) {
     items.push_back(XmStringCreateLocalized(const_cast<char*>((directory + n).c_str())));
   }
   XtVaSetValues(fsb, XmNfileListItems, items.data(), XmNfileListItemCount,
@@ -135,8 +124,6 @@ void pressed(Widget fsb, XtPointer data, XtPointer call) {
   state->path = path;
   state->answer = 1;
 }
-
-void closed(Widget, XtPointer data, XtPointer) { static_cast<selector_state*>(data)->answer = 2; }
 
 }  // namespace
 
@@ -188,7 +175,7 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
 
   const std::string directory = start_directory(name);
 
-  Widget parent = x11_root_is_open() ? x11_root_shell() : x11_application_shell();
+  Widget parent = x11_modal_parent();
   XmString dir = XmStringCreateLocalized(const_cast<char*>(directory.c_str()));
   XmString ok = XmStringCreateLocalized(const_cast<char*>(state.save ? "Save" : "Open"));
   XmString type = XmStringCreateLocalized(const_cast<char*>(state.save ? "Save as type" : "Files of type"));
@@ -216,10 +203,8 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
   XtUnmanageChild(XmFileSelectionBoxGetChild(fsb, XmDIALOG_HELP_BUTTON));
   XtAddCallback(fsb, XmNokCallback, pressed, &state);
   XtAddCallback(fsb, XmNcancelCallback, pressed, &state);
-  Atom delete_window = XmInternAtom(x11_display(), const_cast<char*>("WM_DELETE_WINDOW"), False);
-  XmAddWMProtocolCallback(XtParent(fsb), delete_window, closed, &state);
-  XtManageChild(fsb);
-  x11_wait_for_answer(&state.answer);
+  x11_selector_popup_attach(fsb);
+  x11_wait_modal(fsb, &state.answer);
 
   XtDestroyWidget(XtParent(fsb));
   if (state.answer != 1) return false;

@@ -5,16 +5,33 @@
 #include <Xm/RowColumn.h>
 #include <Xm/SeparatoG.h>
 
+#include <algorithm>
 #include <map>
 #include <vector>
 
 namespace {
 
 std::map<int, Widget> item_widgets;
-x11_item_chosen on_chosen = nullptr;
+
+// What a menu item reports when chosen; lives as long as its widget.
+struct choice_type {
+  int id;
+  x11_item_chosen chosen;
+};
 
 void activated(Widget, XtPointer client_data, XtPointer) {
-  if (on_chosen != nullptr) on_chosen(static_cast<int>(reinterpret_cast<intptr_t>(client_data)));
+  const auto* choice = static_cast<choice_type*>(client_data);
+  if (choice->chosen != nullptr) choice->chosen(choice->id);
+}
+
+void forget_choice(Widget, XtPointer client_data, XtPointer) {
+  delete static_cast<choice_type*>(client_data);
+}
+
+void on_activate(Widget w, int id, x11_item_chosen chosen) {
+  auto* choice = new choice_type{id, chosen};
+  XtAddCallback(w, XmNactivateCallback, activated, choice);
+  XtAddCallback(w, XmNdestroyCallback, forget_choice, choice);
 }
 
 void set_label(Widget w, const menu_item_type& item) {
@@ -43,11 +60,15 @@ void x11_menubar_clear(Widget menubar) {
   item_widgets.clear();
 }
 
-void x11_menubar_build(Widget menubar, const menu_type& menu, x11_item_chosen chosen) {
-  x11_menubar_clear(menubar);
-  on_chosen = chosen;
+void x11_menu_fill(Widget row_column, const menu_type& menu, x11_item_chosen chosen,
+                   std::map<int, Widget>& items) {
+  const bool bar = XmIsRowColumn(row_column) && [&] {
+    unsigned char type = 0;
+    XtVaGetValues(row_column, XmNrowColumnType, &type, nullptr);
+    return type == XmMENU_BAR;
+  }();
   // parents[level] is the row column that takes items of that level.
-  std::vector<Widget> parents{menubar};
+  std::vector<Widget> parents{row_column};
   for (const menu_item_type& item : menu.items) {
     const std::size_t level = std::min<std::size_t>(std::max(item.level, 0), parents.size() - 1);
     parents.resize(level + 1);
@@ -62,17 +83,22 @@ void x11_menubar_build(Widget menubar, const menu_type& menu, x11_item_chosen ch
       w = XtVaCreateManagedWidget("popup", xmCascadeButtonWidgetClass, parent, XmNsubMenuId, pane,
                                   nullptr);
       parents.push_back(pane);
-    } else if (parent == menubar) {
-      // A top-level entry: a cascade button without a pane reacts at once.
+    } else if (bar && parent == row_column) {
+      // An entry of the bar itself: a cascade button without a pane reacts at once.
       w = XtVaCreateManagedWidget("entry", xmCascadeButtonWidgetClass, parent, nullptr);
-      XtAddCallback(w, XmNactivateCallback, activated, reinterpret_cast<XtPointer>(intptr_t{item.id}));
+      on_activate(w, item.id, chosen);
     } else {
       w = XtVaCreateManagedWidget("entry", xmPushButtonWidgetClass, parent, nullptr);
-      XtAddCallback(w, XmNactivateCallback, activated, reinterpret_cast<XtPointer>(intptr_t{item.id}));
+      on_activate(w, item.id, chosen);
     }
     set_label(w, item);
-    item_widgets[item.id] = w;
+    items[item.id] = w;
   }
+}
+
+void x11_menubar_build(Widget menubar, const menu_type& menu, x11_item_chosen chosen) {
+  x11_menubar_clear(menubar);
+  x11_menu_fill(menubar, menu, chosen, item_widgets);
 }
 
 Widget x11_menubar_item(int id) {

@@ -6,10 +6,18 @@
 
 #include <Xm/Xm.h>
 
+#include <map>
+
 #include "toolkit/core/resources.h"
 
 // Called with the item id when the user chooses an entry.
 using x11_item_chosen = void (*)(int id);
+
+// Fills a row column, a menu bar or a popup menu, with the rows of `menu`;
+// the widget of each item goes into `items` by its id. A choice calls `chosen`
+// with the item's id.
+void x11_menu_fill(Widget row_column, const menu_type& menu, x11_item_chosen chosen,
+                   std::map<int, Widget>& items);
 
 // Replaces the contents of `menubar` with the rows of `menu`; every item starts
 // enabled. Rows whose level jumps by more than one are attached to the nearest

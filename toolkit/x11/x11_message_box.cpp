@@ -1,22 +1,13 @@
 #include "toolkit/x11/x11_message_box.h"
 
 #include <Xm/MessageB.h>
-#include <Xm/Protocols.h>
 
 #include "toolkit/x11/x11_box_symbols.h"
 #include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_icons.h"
 #include "toolkit/x11/x11_modal.h"
-#include "toolkit/x11/x11_root_window.h"
 
 namespace {
-
-void pressed(Widget, XtPointer answer, XtPointer call) {
-  const auto* cb = static_cast<XmAnyCallbackStruct*>(call);
-  *static_cast<int*>(answer) = cb->reason == XmCR_OK ? 1 : 2;
-}
-
-void closed(Widget, XtPointer answer, XtPointer) { *static_cast<int*>(answer) = 2; }
 
 unsigned char dialog_type_of(int icon) {
   switch (icon) {
@@ -32,7 +23,7 @@ unsigned char dialog_type_of(int icon) {
 
 int x11_message_box(int buttons, int icon, int default_button, const std::string& text,
                     const std::string& title) {
-  Widget parent = x11_root_is_open() ? x11_root_shell() : x11_application_shell();
+  Widget parent = x11_modal_parent();
   const bool yes_no = buttons == 3;
   XmString message = XmStringCreateLocalized(const_cast<char*>(text.c_str()));
   XmString ok = XmStringCreateLocalized(const_cast<char*>(yes_no ? "Yes" : "OK"));
@@ -66,13 +57,7 @@ int x11_message_box(int buttons, int icon, int default_button, const std::string
   XtUnmanageChild(XmMessageBoxGetChild(box, XmDIALOG_HELP_BUTTON));
   if (!yes_no) XtUnmanageChild(XmMessageBoxGetChild(box, XmDIALOG_CANCEL_BUTTON));
 
-  int answer = 0;
-  XtAddCallback(box, XmNokCallback, pressed, &answer);
-  XtAddCallback(box, XmNcancelCallback, pressed, &answer);
-  Atom delete_window = XmInternAtom(x11_display(), const_cast<char*>("WM_DELETE_WINDOW"), False);
-  XmAddWMProtocolCallback(XtParent(box), delete_window, closed, &answer);
-  XtManageChild(box);
-  x11_wait_for_answer(&answer);
+  const int answer = x11_run_modal(box);
   XtDestroyWidget(XtParent(box));
   if (symbol_pixmap != None) XFreePixmap(x11_display(), symbol_pixmap);
   return answer;

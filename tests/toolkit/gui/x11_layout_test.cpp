@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "toolkit/x11/x11_file_selector.h"
+#include "toolkit/x11/x11_selector_list.h"
 #include "toolkit/x11/x11_statusbar.h"
 
 namespace {
@@ -71,6 +72,33 @@ TEST(FileFilter, Matching) {
   const row rows[] = {{"nacl.bin", true}, {"data.v2.inp", true}, {"nacl.bin~", false},
                       {"NACL.BIN", false}, {"map", false},       {".inp", true}};
   for (const row& r : rows) EXPECT_EQ(file_matches(r.name, patterns), r.matches) << r.name;
+}
+
+TEST(FileSelection, OrderOfTheList) {
+  const std::vector<file_entry> files = {
+      {"nacl.bin", 300, 20}, {"kcl.inp", 100, 30}, {"a.map", 300, 10}, {"README", 5, 40}};
+  struct row {
+    file_order order;
+    bool reverse;
+    std::vector<std::string> expected;
+  };
+  const row rows[] = {
+      {file_order::name, false, {"README", "a.map", "kcl.inp", "nacl.bin"}},
+      {file_order::name, true, {"nacl.bin", "kcl.inp", "a.map", "README"}},
+      {file_order::date, false, {"a.map", "nacl.bin", "kcl.inp", "README"}},
+      // Equal sizes fall back on the name.
+      {file_order::size, false, {"README", "kcl.inp", "a.map", "nacl.bin"}},
+      // No extension sorts first.
+      {file_order::extension, false, {"README", "nacl.bin", "kcl.inp", "a.map"}},
+      {file_order::extension, true, {"a.map", "kcl.inp", "nacl.bin", "README"}},
+  };
+  for (const row& r : rows) {
+    std::vector<file_entry> entries = files;
+    order_files(entries, r.order, r.reverse);
+    std::vector<std::string> names;
+    for (const file_entry& e : entries) names.push_back(e.name);
+    EXPECT_EQ(names, r.expected) << static_cast<int>(r.order) << r.reverse;
+  }
 }
 
 TEST(FileSelection, OpenAndSaveChecks) {

@@ -90,16 +90,6 @@ TEST_F(X11Window, OpensAtEightyPercentOfTheMonitorWithItsCaption) {
   windowtitle("Graphic Quelmora Program");
 }
 
-std::string label_of(Widget w) {
-  XmString s = nullptr;
-  XtVaGetValues(w, XmNlabelString, &s, nullptr);
-  char* text = nullptr;
-  XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text);
-  std::string out = text ? text : "";
-  XtFree(text);
-  XmStringFree(s);
-  return out;
-}
 
 TEST_F(X11Window, MenuBarShowsTheMainMenuWithMnemonics) {
   struct row {
