@@ -10,9 +10,11 @@
 #include <array>
 #include <memory>
 
+#include "toolkit/graphics/graphics_colour.h"
 #include "toolkit/graphics/graphics_targets.h"
 #include "toolkit/messages/wmenu.h"
 #include "toolkit/x11/x11_canvas.h"
+#include "toolkit/x11/x11_colours.h"
 #include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_events.h"
 #include "toolkit/x11/x11_menubar.h"
@@ -52,6 +54,13 @@ void client_resized(std::int32_t) {
   x11_root_client_size(width, height);
   root.canvas->resize(width, height);
   attach_target(igr_window, 0, root.canvas.get());
+}
+
+// What the server paints where the client area is uncovered, until the program
+// redraws it: the drawing's own background, so that closing a menu does not
+// flash a patch of another colour.
+Pixel background_pixel() {
+  return x11_pixel(x11_display(), static_cast<unsigned>(palette_colour(0).value));
 }
 
 // Waits until the window manager has shown the window, so that drawing right
@@ -132,7 +141,7 @@ void x11_root_open(const window_options_type& how) {
       "client", xmDrawingAreaWidgetClass, form, XmNtopAttachment, XmATTACH_WIDGET, XmNtopWidget,
       root.toolbox, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM,
       XmNbottomAttachment, bottom ? XmATTACH_WIDGET : XmATTACH_FORM, XmNbottomWidget, bottom,
-      XmNresizePolicy, XmRESIZE_NONE, XmNbackground, WhitePixelOfScreen(XtScreen(form)), nullptr);
+      XmNresizePolicy, XmRESIZE_NONE, XmNbackground, background_pixel(), nullptr);
   x11_watch_client_area(root.client, 0, client_resized);
 
   x11_root_sync_menus();
