@@ -14,7 +14,6 @@ struct statusbar_type {
   bool in_pixels = false;
   std::vector<Widget> parts;   // the frames, laid out by the form
   std::vector<Widget> labels;  // the texts inside them
-  std::vector<std::string> texts;
 };
 
 statusbar_type statusbar;
@@ -63,7 +62,6 @@ void x11_statusbar_parts(const std::vector<int>& widths, bool in_pixels) {
     statusbar.parts.pop_back();
     statusbar.labels.pop_back();
   }
-  statusbar.texts.resize(widths.size());
   while (statusbar.parts.size() < widths.size()) {
     // Each part sits sunken in a frame of its own, the text left aligned.
     Widget frame = XtVaCreateManagedWidget(
@@ -82,13 +80,22 @@ void x11_statusbar_parts(const std::vector<int>& widths, bool in_pixels) {
 
 void x11_statusbar_text(int part, const std::string& text) {
   if (part < 1 || part > static_cast<int>(statusbar.parts.size())) return;
-  statusbar.texts[part - 1] = text;
   show_text(statusbar.labels[part - 1], text);
 }
 
 std::string x11_statusbar_read(int part) {
-  if (part < 1 || part > static_cast<int>(statusbar.texts.size())) return "";
-  return statusbar.texts[part - 1];
+  if (part < 1 || part > static_cast<int>(statusbar.labels.size())) return "";
+  XmString s = nullptr;
+  XtVaGetValues(statusbar.labels[part - 1], XmNlabelString, &s, nullptr);
+  char* text = nullptr;
+  std::string shown;
+  if (s != nullptr && XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text) && text != nullptr) {
+    shown = text;
+    XtFree(text);
+  }
+  if (s != nullptr) XmStringFree(s);
+  // An empty part holds one blank to keep its height.
+  return shown == " " ? "" : shown;
 }
 
 void x11_statusbar_layout() {

@@ -22,7 +22,7 @@ void x11_statusbar_parts(const std::vector<int>& widths, bool in_pixels);
 // Writes the text into part `part` (1-based); a part that does not exist is ignored.
 void x11_statusbar_text(int part, const std::string& text);
 
-// The text a part shows, for tests; blank for a part that does not exist.
+// The text a part shows; "" for a part that does not exist.
 std::string x11_statusbar_read(int part);
 
 // Lays the parts out again for the bar's present width (after a resize).

@@ -221,6 +221,16 @@ TEST_F(X11Window, StatusBarPartsAndTexts) {
   pump();
   EXPECT_EQ(x11_statusbar_read(3), "Date:  5- 3-2007");
   EXPECT_EQ(x11_statusbar_read(2), "File: nacl.bin");
+
+  // Fewer parts: the ones that remain keep their texts.
+  windowstatusbarparts(2, {5000, -1});
+  pump();
+  EXPECT_EQ(x11_statusbar_read(2), "File: nacl.bin");
+  EXPECT_EQ(x11_statusbar_read(3), "");
+  windowstatusbarparts(3, {5000, 3000, -1});
+  pump();
+  EXPECT_EQ(x11_statusbar_read(3), "");
+  EXPECT_EQ(x11_statusbar_read(1), "");
 }
 
 TEST_F(X11Window, AnExposeBurstGivesOneMessage) {
