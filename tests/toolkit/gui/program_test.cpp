@@ -129,6 +129,24 @@ int blue_pixels(Display* display, Window window) {
   return count;
 }
 
+// Dark pixels (text) in the second part of the status bar, the bottom rows of
+// the window from half to eight tenths of its width.
+int status_text_pixels(Display* display, Window window) {
+  XWindowAttributes a;
+  if (!XGetWindowAttributes(display, window, &a)) return 0;
+  constexpr int bar_rows = 16;
+  const int left = a.width / 2 + 4, width = a.width * 3 / 10 - 8;
+  XImage* image = XGetImage(display, window, left, a.height - bar_rows - 2, static_cast<unsigned>(width), bar_rows,
+                            AllPlanes, ZPixmap);
+  if (image == nullptr) return 0;
+  int count = 0;
+  for (int y = 0; y < bar_rows; ++y) {
+    for (int x = 0; x < width; ++x) count += (XGetPixel(image, x, y) & 0xffffff) < 0x404040;
+  }
+  XDestroyImage(image);
+  return count;
+}
+
 void xdotool(const std::string& arguments) {
   const std::string command = "xdotool " + arguments + " >/dev/null 2>&1";
   ASSERT_EQ(std::system(command.c_str()), 0) << command;
@@ -203,6 +221,40 @@ TEST_F(Program, EndsOnTheWindowManagersCloseRequest) {
   event.xclient.data.l[1] = CurrentTime;
   XSendEvent(display, window, False, NoEventMask, &event);
   XFlush(display);
+  EXPECT_EQ(wait_exit(run.pid), 0);
+}
+
+// File, Open through the real selector: the full name typed over the
+// Selection field (a fresh start has no directory, so the selector starts at
+// the root), Return, and the map is loaded: the status bar names the file.
+TEST_F(Program, OpensTheExampleMapThroughTheSelector) {
+  const Window window = start_window();
+  ASSERT_NE(window, 0u);
+  std::filesystem::copy_file(QUELMORA_SOURCE_DIR "/examples/nacl.bin", run.home / "nacl.bin");
+  EXPECT_EQ(status_text_pixels(display, window), 0) << "no file named before the open";
+  xdotool("mousemove --window " + std::to_string(window) + " 20 12 click 1");
+  xdotool("key o");
+  const Window selector = wait_window(display, "Load Input File");
+  ASSERT_NE(selector, 0u) << "no selector came up";
+  // The Selection field lies across the middle, at about four fifths of the height.
+  XWindowAttributes a;
+  ASSERT_TRUE(XGetWindowAttributes(display, selector, &a));
+  xdotool("mousemove --window " + std::to_string(selector) + " " + std::to_string(a.width / 2) + " " +
+          std::to_string(a.height * 78 / 100) + " click 1");
+  xdotool("key End shift+Home");
+  xdotool("type --delay 5 " + (run.home / "nacl.bin").string());
+  xdotool("key Return");
+  int text = 0;
+  for (int i = 0; i < attempts && text == 0; ++i) {
+    usleep(poll_pause);
+    text = status_text_pixels(display, window);
+  }
+  EXPECT_GT(text, 0) << "the status bar names no file";
+  if (const char* folder = std::getenv("QUELMORA_DIALOG_SHOTS")) {
+    std::system(("import -window root " + std::string(folder) + "/file_open.png").c_str());
+  }
+  xdotool("mousemove --window " + std::to_string(window) + " 20 12 click 1");
+  xdotool("key x");
   EXPECT_EQ(wait_exit(run.pid), 0);
 }
 
