@@ -226,7 +226,7 @@ TEST_F(Messages, EnvironmentAndDirectories) {
   unsetenv("QUELMORA_TEST_VARIABLE");
   iosvariable("QUELMORA_TEST_VARIABLE", value);
   EXPECT_EQ(value, "");
-  const std::string dir = ::testing::TempDir() + "quelmora_ios_dir";
+  const std::string dir = ::testing::TempDir() + "quelmora_ios_dir_" + std::to_string(getpid());
   rmdir(dir.c_str());
   EXPECT_FALSE(iosdirexists(dir));
   iosdirmake(dir);

@@ -11,6 +11,8 @@
 #include <set>
 #include <string>
 
+#include <unistd.h>
+
 #include "maps/binary_map.h"
 #include "maps/map_memory.h"
 #include "state/quelmora_parametros.h"
@@ -48,7 +50,7 @@ run_result run(const std::string& command, bool with_stderr = false) {
 }
 
 TEST(ExampleMap, GeneratorReproducesTheCommittedFile) {
-  const fs::path out = fs::temp_directory_path() / "quelmora_example_test.bin";
+  const fs::path out = fs::temp_directory_path() / ("quelmora_example_test_" + std::to_string(getpid()) + ".bin");
   ASSERT_EQ(run(tools_dir + "quelmora-example " + out.string()).status, 0);
   const std::string made = read_file(out.string());
   EXPECT_LT(made.size(), 1000000u);
@@ -144,7 +146,7 @@ TEST(QuelmoraInfo, BadFiles) {
   const row rows[] = {{0, "Error reading the binary file...(Title)"},
                       {85, "Error reading the binary file...(Cell...)"},
                       {bytes.size() - 1, "Error reading the binary file...(Density Map...)"}};
-  const fs::path cut = fs::temp_directory_path() / "quelmora_info_cut.bin";
+  const fs::path cut = fs::temp_directory_path() / ("quelmora_info_cut_" + std::to_string(getpid()) + ".bin");
   for (const row& r : rows) {
     std::ofstream(cut, std::ios::binary | std::ios::trunc) << bytes.substr(0, r.cut);
     const run_result got = run(tools_dir + "quelmora-info " + cut.string(), true);
