@@ -4,6 +4,7 @@
 #include <string>
 
 #include "crystal/fixed_text.h"
+#include "crystal/vant_string_utilities.h"
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "crystal/vant_symmetry_element_table.h"
 
@@ -153,7 +154,7 @@ void get_so_from_hall(const std::string& symbol, symmetry_build_type& out) {
   init_err_symm();
   out = symmetry_build_type{};
   std::string s = fixed_text::padded(symbol.substr(std::min(symbol.size(), symbol.find_first_not_of(' '))), 16);
-  for (char& c : s) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  s = u_case(s);
   std::size_t n = fixed_text::len_trim(s);
   if (n == 0) {
     fail(" IBRAVL is Equal Zero");

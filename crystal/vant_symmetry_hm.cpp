@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "crystal/fixed_text.h"
+#include "crystal/vant_string_utilities.h"
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "crystal/vant_math_general.h"
 #include "crystal/vant_symmetry_element_table.h"
@@ -346,7 +347,7 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
   init_err_symm();
   out = symmetry_build_type{};
   std::string s = fixed_text::assigned(symbol.substr(std::min(symbol.size(), symbol.find_first_not_of(' '))), 20);
-  for (char& c : s) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  s = u_case(s);
   spaceg = s;
   if (s.empty() || ibra.find(s[0]) == std::string::npos || s[0] == ' ') {
     fail(" Wrong space-group symbol: " + symbol);

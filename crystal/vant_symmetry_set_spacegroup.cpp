@@ -15,10 +15,6 @@ constexpr std::size_t max_list = 384;
 // The rows that go by Hall symbol only (counted from 1).
 constexpr std::int32_t hall_only_rows[] = {211, 213, 215, 375, 429, 457, 463};
 
-std::string upper(std::string s) {
-  for (char& c : s) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return s;
-}
 
 std::string left_adjusted(const std::string& s) {
   const auto p = s.find_first_not_of(' ');
@@ -48,25 +44,9 @@ std::int32_t row_by_hm(const std::string& hm) {
 
 std::int32_t row_by_hall(const std::string& hall) {
   for (std::size_t k = 0; k < spgr_info.size(); ++k) {
-    if (fixed_text::same(upper(spgr_info[k].hall), hall)) return static_cast<std::int32_t>(k) + 1;
+    if (fixed_text::same(u_case(spgr_info[k].hall), hall)) return static_cast<std::int32_t>(k) + 1;
   }
   return 0;
-}
-
-// An integer read from the text, as a list read does: false when the first
-// item isn't one.
-bool read_int(const std::string& text, std::int32_t& value) {
-  const std::string t = left_adjusted(text);
-  if (t.empty()) return false;
-  const auto end = t.find_first_of(" ,/");
-  const std::string item = t.substr(0, end);
-  std::size_t p = (item[0] == '+' || item[0] == '-') ? 1 : 0;
-  if (p == item.size() || item.size() - p > 9) return false;
-  for (std::size_t k = p; k < item.size(); ++k) {
-    if (!std::isdigit(static_cast<unsigned char>(item[k]))) return false;
-  }
-  value = std::stoi(item);
-  return true;
 }
 
 // With two origin choices, the second is taken for an origin of 0 or 2.
@@ -187,14 +167,14 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
   init_err_symm();
   set_spgr_info();
   set_wyckoff_info();
-  std::string spgm = upper(fixed_text::assigned(left_adjusted(spacegen), 20));
+  std::string spgm = u_case(fixed_text::assigned(left_adjusted(spacegen), 20));
   std::string opcion;
   std::int32_t row = 0;
   std::int32_t origin = 0;
 
   const auto colon = spgm.find(':');
   if (mode) {
-    opcion = upper(left_adjusted(*mode)).substr(0, 3);
+    opcion = u_case(left_adjusted(*mode)).substr(0, 3);
     if (opcion == "HAL") {
       row = row_by_hall(spgm);
     } else if (opcion == "HMS") {
@@ -202,11 +182,11 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
     } else if (opcion == "ITC") {
       std::string number_text = spgm;
       if (colon != std::string::npos) {
-        if (!read_int(spgm.substr(colon + 1), origin)) origin = 0;
+        if (!read_integer(spgm.substr(colon + 1), origin)) origin = 0;
         number_text = spgm.substr(0, colon);
       }
       std::int32_t number = 0;
-      if (read_int(number_text, number)) {
+      if (read_integer(number_text, number)) {
         if (number < 1 || number > 230) {
           fail(" The number of the space group should be in the interval [1,230]");
           return;
@@ -218,7 +198,7 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
       }
     }
   } else {
-    if (colon != std::string::npos && !read_int(spgm.substr(colon + 1), origin)) origin = 0;
+    if (colon != std::string::npos && !read_integer(spgm.substr(colon + 1), origin)) origin = 0;
     const std::string head = colon == std::string::npos ? spgm : spgm.substr(0, colon);
     std::array<float, 10> values{};
     std::array<std::int32_t, 10> integers{};
@@ -236,7 +216,7 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
       } else if (row > 0 && table_row(row).hm.find(':') != std::string::npos) {
         ++row;
       }
-      if (row > 0) spgm = upper(table_row(row).hall);
+      if (row > 0) spgm = u_case(table_row(row).hall);
       opcion = "HAL";
     } else {
       row = row_by_hm(spgm);
@@ -246,7 +226,7 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
                                std::end(hall_only_rows);
         if (force_hall || hall_only) {
           opcion = "HAL";
-          spgm = upper(table_row(row).hall);
+          spgm = u_case(table_row(row).hall);
         }
       } else {
         row = row_by_hall(spgm);
@@ -286,7 +266,7 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
     spacegroup.sg_setting = "Generated from Hall symbol";
   } else if (opcion == "HMS") {
     if (spacegen.find(':') != std::string::npos && row > 0) {
-      spgm = upper(table_row(row).hall);
+      spgm = u_case(table_row(row).hall);
       get_so_from_hall(spgm, built);
       spacegroup.sg_setting = "Generated from Hall symbol";
     } else {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "crystal/fixed_text.h"
+#include "crystal/vant_string_utilities.h"
 #include "crystal/vant_symmetry_tables_data.h"
 
 std::vector<spgr_info_type> spgr_info;
@@ -133,13 +134,12 @@ void set_it_gen() {
 
 namespace {
 
-std::string upper(std::string s) {
-  for (char& c : s) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return s;
-}
 
-// A list-directed read of one integer: the first item of the text, ended by a
-// blank, a comma or a slash, must be an optionally signed run of digits.
+// The generators of a row of spg_gen: its text from column 12 on (109 characters).
+std::string generators_of(const std::string& row) { return row.size() > 11 ? row.substr(11, 109) : ""; }
+
+}  // namespace
+
 bool read_integer(const std::string& text, std::int32_t& value) {
   const auto start = text.find_first_not_of(' ');
   if (start == std::string::npos) return false;
@@ -153,11 +153,6 @@ bool read_integer(const std::string& text, std::int32_t& value) {
   value = static_cast<std::int32_t>(std::strtol(item.c_str(), nullptr, 10));
   return true;
 }
-
-// The generators of a row of spg_gen: its text from column 12 on (109 characters).
-std::string generators_of(const std::string& row) { return row.size() > 11 ? row.substr(11, 109) : ""; }
-
-}  // namespace
 
 void get_generators(const std::string& spg, std::string& gener) {
   err_symtab = false;
@@ -174,9 +169,9 @@ void get_generators(const std::string& spg, std::string& gener) {
     }
     return;
   }
-  const std::string wanted = upper(std::string(fixed_text::trimmed(spg)));
+  const std::string wanted = u_case(std::string(fixed_text::trimmed(spg)));
   for (const auto& row : spg_gen) {
-    if (fixed_text::same(upper(row.substr(0, 10)), wanted)) {
+    if (fixed_text::same(u_case(row.substr(0, 10)), wanted)) {
       gener = generators_of(row);
       return;
     }

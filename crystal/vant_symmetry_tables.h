@@ -70,5 +70,9 @@ void set_it_gen();
 // failure err_symtab is set (gener keeps its text for an unknown symbol).
 void get_generators(const std::string& spg, std::string& gener);
 
+// A list-directed read of one integer: the first item of the text, ended by
+// a blank, a comma or a slash, must be an optionally signed run of digits.
+bool read_integer(const std::string& text, std::int32_t& value);
+
 // Laue class text of a group number.
 void get_laue_class(std::string& out, std::int32_t number);
