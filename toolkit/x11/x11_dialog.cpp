@@ -54,6 +54,7 @@ void free_ref(Widget, XtPointer data, XtPointer) { delete static_cast<field_ref*
 // A field's widget at its place; `extra` holds resources that must be given at creation.
 Widget create(WidgetClass cls, Widget parent, const field_type& f, int height_units, std::vector<Arg> extra = {}) {
   auto arg = [](const char* name, XtArgVal value) { return Arg{const_cast<char*>(name), value}; };
+  extra.push_back(arg(XmNrenderTable, reinterpret_cast<XtArgVal>(x11_dialog_render_table())));
   extra.push_back(arg(XmNx, x11_dialog_x(f.x)));
   extra.push_back(arg(XmNy, x11_dialog_y(f.y)));
   extra.push_back(arg(XmNwidth, std::max(1, x11_dialog_x(f.width))));
@@ -160,7 +161,7 @@ Widget group_box(Widget board, const field_type& f) {
   Widget frame = create(xmFrameWidgetClass, board, f, f.height);
   XtVaSetValues(frame, XmNshadowType, XmSHADOW_ETCHED_IN, nullptr);
   Widget title = XtVaCreateManagedWidget("title", xmLabelWidgetClass, frame, XmNchildType, XmFRAME_TITLE_CHILD,
-                                         nullptr);
+                                         XmNrenderTable, x11_dialog_render_table(), nullptr);
   set_label(title, f.text);
   return frame;
 }
@@ -196,7 +197,8 @@ Widget tab_holder(int dialog, Widget board, const field_state_type& holder, dial
     Widget tab = XtVaCreateManagedWidget("tab", xmToggleButtonWidgetClass, board, XmNx,
                                          static_cast<Position>(x11_dialog_x(x)), XmNy,
                                          static_cast<Position>(x11_dialog_y(f.y)), XmNindicatorOn, False,
-                                         XmNshadowThickness, 2, XmNfillOnSelect, True, nullptr);
+                                         XmNshadowThickness, 2, XmNfillOnSelect, True,
+                                         XmNrenderTable, x11_dialog_render_table(), nullptr);
     set_label(tab, page.caption);
     field_ref* r = ref(dialog, f.id, page.dialog);
     XtAddCallback(tab, XmNvalueChangedCallback, tab_chosen, r);

@@ -39,7 +39,7 @@ Widget label(Widget parent, const std::string& text, int x, int y, int w) {
   Widget l = XtVaCreateManagedWidget("heading", xmLabelWidgetClass, parent, XmNx, static_cast<Position>(x), XmNy,
                                      static_cast<Position>(y), XmNwidth, static_cast<Dimension>(w), XmNheight,
                                      static_cast<Dimension>(x11_dialog_y(row_units)), XmNrecomputeSize, False,
-                                     XmNlabelString, s, nullptr);
+                                     XmNlabelString, s, XmNrenderTable, x11_dialog_render_table(), nullptr);
   XmStringFree(s);
   return l;
 }
@@ -79,7 +79,7 @@ void x11_grid_show(int dialog, const field_state_type& f, Widget scrolled) {
           "cell", xmTextFieldWidgetClass, table, XmNx, static_cast<Position>(left[c]), XmNy,
           static_cast<Position>(y), XmNwidth, static_cast<Dimension>(x11_dialog_x(g.columns[c].width)), XmNheight,
           static_cast<Dimension>(h), XmNmarginHeight, 0, XmNshadowThickness, 1, XmNvalue, g.cells[r][c].c_str(),
-          XmNeditable, state == field_enabled, nullptr);
+          XmNeditable, state == field_enabled, XmNrenderTable, x11_dialog_render_table(), nullptr);
       XtSetSensitive(cell, state != field_disabled);
       auto* ref = new cell_ref{dialog, f.resource.id, static_cast<int>(c + 1), static_cast<int>(r + 1)};
       XtAddCallback(cell, XmNlosingFocusCallback, cell_done, ref);

@@ -38,5 +38,19 @@ dialog_scale_type dialog_scale_from_font(double average_width, double height) {
   return {average_width / 4.0, height / 8.0};
 }
 
+XmRenderTable x11_dialog_render_table() {
+  static XmRenderTable table = nullptr;
+  if (table != nullptr || x11_display() == nullptr) return table;
+  Arg args[] = {
+      {const_cast<char*>(XmNfontType), static_cast<XtArgVal>(XmFONT_IS_XFT)},
+      {const_cast<char*>(XmNfontName), reinterpret_cast<XtArgVal>("DejaVu Sans Condensed")},
+      {const_cast<char*>(XmNfontSize), static_cast<XtArgVal>(9)},
+  };
+  XmRendition rendition = XmRenditionCreate(x11_application_shell(), const_cast<char*>("dialog"), args, XtNumber(args));
+  table = XmRenderTableAddRenditions(nullptr, &rendition, 1, XmMERGE_REPLACE);
+  XmRenditionFree(rendition);
+  return table;
+}
+
 int x11_dialog_x(int units) { return static_cast<int>(std::lround(units * scale().across)); }
 int x11_dialog_y(int units) { return static_cast<int>(std::lround(units * scale().down)); }

@@ -3,6 +3,8 @@
 // its height down. Measured once on the font the widgets use.
 #pragma once
 
+#include <Xm/Xm.h>
+
 // Pixels of a horizontal and a vertical length in dialog units.
 int x11_dialog_x(int units);
 int x11_dialog_y(int units);
@@ -14,3 +16,8 @@ struct dialog_scale_type {
   double down = 1.625;
 };
 dialog_scale_type dialog_scale_from_font(double average_width, double height);
+
+// The face of the dialogs' texts. The catalogue's labels were fitted to a
+// narrow face: the condensed face one point below the widget font keeps them
+// inside their boxes, while the units follow the widget font.
+XmRenderTable x11_dialog_render_table();
