@@ -63,12 +63,6 @@ void init_var_graf() {
   init_graphics_unit();
 }
 
-void init_graphics_unit() {
-  igrarea(0.0f, 0.0f, 1.0f, 1.0f);
-  igrunits(0.0f, 0.0f, 1.0f, 1.0f);
-  igrareaclear();
-}
-
 std::string status_date(std::int32_t year, std::int32_t month, std::int32_t day) {
   char date[32];
   std::snprintf(date, sizeof date, "%2d-%2d-%4d", day, month, year);

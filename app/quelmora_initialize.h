@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "plot/graphics_unit.h"
+
 // Resets file names, flags and control data to their start values.
 // Opening a file calls it too: unsaved edits and a settings change are
 // forgotten without a question.
@@ -12,9 +14,6 @@ void init_var_prog();
 
 // Resets the plot state, then the drawing area and units (init_graphics_unit).
 void init_var_graf();
-
-// Drawing area and units 0 to 1 over the whole window, cleared.
-void init_graphics_unit();
 
 // Opens the root window with menu 30001, toolbar 30101, three status parts
 // and the date, disables what needs a file, sets the contour colours of

@@ -7,6 +7,7 @@
 #include "app/quelmora_initialize.h"
 #include "app/stand_ins.h"
 #include "crystal/fixed_text.h"
+#include "plot/menu_plot.h"
 #include "resources/quelmo_rc.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/dialogs/message_box.h"

@@ -32,7 +32,6 @@ void menu_e_search() { note("menu_e_search"); }
 void menu_f_printfile() { note("menu_f_printfile"); }
 void menu_c_fourier() { note("menu_c_fourier"); }
 void menu_c_visual() { note("menu_c_visual"); }
-void menu_plotting() { note("menu_plotting"); }
 void asc2bin() { note("asc2bin"); }
 void map2bin() { note("map2bin"); }
 void load_settings_file(const std::string& variable) { note("load_settings_file " + variable); }

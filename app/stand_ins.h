@@ -11,7 +11,6 @@
 //   menu_f_printfile      printing a text file
 //   menu_c_fourier        the external Sintrel run (kfourier stays false)
 //   menu_c_visual         the listing window
-//   menu_plotting         the plot window
 //   asc2bin, map2bin      the text map import
 //   load_settings_file, save_settings_file, directory_update
 //                         the settings and directory files
@@ -37,7 +36,6 @@ void menu_e_search();
 void menu_f_printfile();
 void menu_c_fourier();
 void menu_c_visual();
-void menu_plotting();
 void asc2bin();
 void map2bin();
 void load_settings_file(const std::string& variable);

@@ -59,6 +59,11 @@ void allocate_atom_list(std::int32_t n, atom_list_type& list) {
   list.atom.assign(static_cast<std::size_t>(std::max(n, 0)), atom_type{});
 }
 
+void deallocate_atom_list(atom_list_type& list) {
+  list.atom.clear();
+  list.atom.shrink_to_fit();
+}
+
 // The count goes straight into the list. A count of 0 leaves the entries of
 // an earlier list in place; a count below 0 allocates nothing. Both succeed.
 // A positive count that the rest of the stream cannot hold is a failed read,

@@ -61,3 +61,5 @@ void write_bin_atom_list(const atom_list_type& list, std::ostream& out);
 
 // Sizes the list to n entries with the defaults of atom_type.
 void allocate_atom_list(std::int32_t n, atom_list_type& list);
+// Releases the atoms of the list; the count stays as it was.
+void deallocate_atom_list(atom_list_type& list);

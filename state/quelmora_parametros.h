@@ -105,6 +105,34 @@ inline float isolev = 1.5f;
 inline float anglerot_pg3d = -90.0f;
 inline float angleele_pg3d = 22.5f;
 
+// The plot window: its two fixed colours (colour values), the off-screen
+// bitmap every picture is drawn into, the last mouse press, and the enabled
+// states of five main-menu commands kept while the plot mode has the window.
+inline std::int32_t bg_col = 0, fg_col = 0;
+inline int ibmp1 = 0;
+inline float xm_mo = 0.0f, ym_mo = 0.0f;
+inline std::int32_t boton_mouse = 0;
+inline std::int32_t iedit = 0, iplot = 0, isave = 0, iprintfile = 0, ifourier = 0;
+
+// An oriented section: the plane a X + b Y + c Z + d = 0 in Angstrom and
+// its height along the plane's normal.
+inline float plane_a = 0.0f, plane_b = 0.0f, plane_c = 0.0f, plane_d = 0.0f;
+inline float zt = 0.0f;
+// Sums of sections: two ranges along the section axis (xd_add[m][0..1] is
+// range m+1) and the limits as the user typed them.
+inline std::array<std::array<float, 2>, 2> xd_add{};
+inline std::array<float, 2> view_layers{};
+// A level range the user fixed: in density units, and in sigma units.
+inline float den_min_show = 0.0f, den_max_show = 0.0f;
+inline float dens_min_show = 0.0f, dens_max_show = 0.0f;
+
+// What the last picture was drawn with, valid until the next one: level
+// values, the section's corners in plot units (x, y of (low u, low v),
+// (low u, high v), (high u, high v), (high u, low v)) and the grid sizes.
+inline std::array<float, 20> ZCOL{};
+inline std::array<float, 8> EDGE{};
+inline std::array<std::int32_t, 2> NVALUE{};
+
 // Contour colour sets (red, green, blue 0..255) and the level line styles.
 struct level_line_type {
   std::int32_t colour = 0;  // palette index

@@ -19,6 +19,13 @@ int start(std::vector<const char*> args) {
   return quelmora_main(static_cast<int>(args.size()), args.data());
 }
 
+// Pictures the plot window copied to the screen.
+std::size_t plot_pictures() {
+  std::size_t n = 0;
+  for (const auto& p : headless::root_canvas().primitives()) n += p.kind == recorded_kind::bitmap;
+  return n;
+}
+
 std::size_t header_texts() {
   std::size_t n = 0;
   for (const auto& p : headless::root_canvas().primitives())
@@ -29,11 +36,14 @@ std::size_t header_texts() {
 TEST_F(Shell, StartWithABinArgumentPlotsIt) {
   EXPECT_EQ(start({"nacl.bin"}), 0);
   EXPECT_TRUE(headless::boxes().empty());
-  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "menu_plotting", "directory_update write"}));
+  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "directory_update write"}));
+  EXPECT_EQ(plot_pictures(), 1u);
   EXPECT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{48, 48, 48}));
   EXPECT_EQ(qp::input_file, 1);
   EXPECT_GT(qp::denmax, 10.0f);
-  EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 1}, {40008, 0}, {40011, 1}, {40021, 1},
+  // The main menu comes back fresh from the plot window: Output Fourier,
+  // which nothing enabled, is on now.
+  EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 1}, {40008, 1}, {40011, 1}, {40021, 1},
                                                {40022, 1}, {40027, 1}, {40028, 1}}));
   EXPECT_EQ(window_caption(), "Graphic Quelmora Program");
   EXPECT_FALSE(window_is_open());
@@ -76,10 +86,10 @@ TEST_F(Shell, FileOpenOfABinThenThePlot) {
   EXPECT_EQ(headless::selectors()[0].flags, 10);
   EXPECT_EQ(headless::selectors()[0].title, "Load Input File");
   EXPECT_EQ(headless::selectors()[0].start_name, "/");
-  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "directory_update ", "menu_plotting",
-                                     "directory_update write"}));
+  EXPECT_EQ(stand_in_calls(), (calls{"load_settings_file KELDRANE", "directory_update ", "directory_update write"}));
+  EXPECT_EQ(plot_pictures(), 1u);
   EXPECT_EQ(status_text(2), "File: nacl.bin");
-  EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 0}, {40008, 0}, {40011, 1}, {40021, 1},
+  EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 0}, {40008, 1}, {40011, 1}, {40021, 1},
                                                {40022, 1}, {40027, 0}, {40028, 1}}));
   EXPECT_EQ(qp::grp_espacial.multip, 192);
   EXPECT_EQ(qp::atomos.natoms, 2);
@@ -106,6 +116,7 @@ TEST_F(Shell, OpenCancelledForgetsTheDirectory) {
 TEST_F(Shell, OpenOfAMissingFileLosesThePreviousFile) {
   headless::queue_menu(40026);
   headless::answer_file((dir_ / "nacl.bin").string());
+  headless::queue_menu(40033);  // back from the plot window
   headless::queue_menu(40026);
   headless::answer_file((dir_ / "gone.bin").string());
   start({});
@@ -173,7 +184,7 @@ TEST_F(Shell, MenuTable) {
       {40017, {"menu_e_datafile"}},  {40013, {"menu_e_cell"}},      {40014, {"menu_e_space"}},
       {40009, {"menu_e_atoms"}},     {40019, {"menu_e_listinfo"}},  {40015, {"menu_e_fourier"}},
       {40012, {"menu_e_reflec"}},    {40020, {"menu_e_search"}},    {40005, {"menu_c_fourier"}},
-      {40008, {"menu_c_visual"}},    {40022, {"menu_plotting"}},    {40016, {}},
+      {40008, {"menu_c_visual"}},    {40022, {}},                   {40016, {}},
       {40029, {}},  // no suite directory: no help
       {40006, {}},  {40011, {}},     {40018, {}},                   {40021, {}},
       {40023, {}},  {40004, {}},     {40030, {}},
@@ -186,6 +197,8 @@ TEST_F(Shell, MenuTable) {
     expected.insert(expected.end(), r.reached.begin(), r.reached.end());
     expected.push_back("directory_update write");
     EXPECT_EQ(stand_in_calls(), expected) << r.id;
+    // Plot enters the plot window even with no map loaded: one empty picture.
+    EXPECT_EQ(plot_pictures(), r.id == 40022 ? 1u : 0u) << r.id;
     clear_stand_in_calls();
   }
 }

@@ -139,6 +139,14 @@ void install() {
 
 void queue_event(std::int32_t type, const message_record& record) { face.events.push_back({type, record, {}, ""}); }
 
+void queue_look(std::function<void()> look) {
+  face.events.push_back({0, {}, [look = std::move(look)] {
+                           look();
+                           return true;
+                         },
+                         "look"});
+}
+
 namespace {
 void queue_action(int dialog, int field, std::function<bool()> action) {
   face.events.push_back({0, {}, std::move(action), std::to_string(dialog) + " " + std::to_string(field)});

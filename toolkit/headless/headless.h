@@ -13,6 +13,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,9 @@ void install();
 // Events, delivered in order. When none is left the user asks to close the
 // root window, so that every loop of the program ends.
 void queue_event(std::int32_t type, const message_record& record);
+// A look at what the program shows at this point of the script: the
+// function runs when the program asks for the next event, before it gets it.
+void queue_look(std::function<void()> look);
 void queue_menu(std::int32_t item);
 void queue_push_button(std::int32_t button);
 void queue_expose();

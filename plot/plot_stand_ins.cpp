@@ -1,0 +1,33 @@
+#include "plot/plot_stand_ins.h"
+
+namespace {
+
+std::vector<std::string> calls;
+
+void note(const char* name) { calls.emplace_back(name); }
+
+}  // namespace
+
+void proc_gback() { note("proc_gback"); }
+void proc_gfor() { note("proc_gfor"); }
+void proc_levels() { note("proc_levels"); }
+void proc_limits() { note("proc_limits"); }
+void proc_simul() { note("proc_simul"); }
+void proc_summ() { note("proc_summ"); }
+void proc_iso() { note("proc_iso"); }
+void draw_isosurface() { note("draw_isosurface"); }
+void build_isosurface_mesh() { note("build_isosurface_mesh"); }
+void proc_atoms() { note("proc_atoms"); }
+void draw_atoms() { note("draw_atoms"); }
+void proc_mousemove() { note("proc_mousemove"); }
+void proc_plane() { note("proc_plane"); }
+void oriented_section() { note("oriented_section"); }
+void proc_print() { note("proc_print"); }
+void proc_wmf() { note("proc_wmf"); }
+void proc_ps() { note("proc_ps"); }
+void proc_ascii() { note("proc_ascii"); }
+void plot_legends() { note("plot_legends"); }
+void draw_surface_pg() { note("draw_surface_pg"); }
+
+const std::vector<std::string>& plot_stand_in_calls() { return calls; }
+void clear_plot_stand_in_calls() { calls.clear(); }

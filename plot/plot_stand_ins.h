@@ -1,0 +1,47 @@
+// Stand-ins for the plot window's handlers whose own pieces are not built
+// yet. Each keeps the name the plot loop calls it by, changes nothing, and
+// notes its call in a log that the tests read, so that the loop's dispatch
+// can be checked before the real handlers arrive.
+//
+//   routine                  waits for
+//   proc_gback, proc_gfor    the colour dialog: answers as a Cancel
+//   proc_levels              the levels dialog
+//   proc_limits, proc_simul, proc_summ
+//                            limits, run through the sections, sums of layers
+//   proc_iso, draw_isosurface, build_isosurface_mesh
+//                            the isosurface view
+//   proc_atoms, draw_atoms   the atoms overlay
+//   proc_mousemove, proc_plane, oriented_section
+//                            mouse probing and oriented sections
+//   proc_print, proc_wmf, proc_ps, proc_ascii, plot_legends
+//                            plot output and the legend
+//   draw_surface_pg          the surface plot's body and its three scales
+#pragma once
+
+#include <string>
+#include <vector>
+
+void proc_gback();
+void proc_gfor();
+void proc_levels();
+void proc_limits();
+void proc_simul();
+void proc_summ();
+void proc_iso();
+void draw_isosurface();
+void build_isosurface_mesh();
+void proc_atoms();
+void draw_atoms();
+void proc_mousemove();
+void proc_plane();
+void oriented_section();
+void proc_print();
+void proc_wmf();
+void proc_ps();
+void proc_ascii();
+void plot_legends();
+void draw_surface_pg();
+
+// The stand-ins called since the last clear, oldest first.
+const std::vector<std::string>& plot_stand_in_calls();
+void clear_plot_stand_in_calls();
