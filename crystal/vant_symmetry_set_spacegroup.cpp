@@ -254,7 +254,7 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
     }
     if (!read_operators(*gen, count, ss, ts)) return;
     if (opcion == "FIX") {
-      get_so_from_fix(ss, ts, static_cast<std::int32_t>(count), fixed_text::is_blank(spgm) ? "P" : spgm, built);
+      get_so_from_fix(ss, ts, static_cast<std::int32_t>(count), spgm, built);
       spacegroup.sg_setting = "Fixed symmetry operators (no info)";
     } else {
       get_so_from_gener(ss, ts, static_cast<std::int32_t>(count), spgm.substr(0, std::min<std::size_t>(spgm.size(), 1)),

@@ -222,6 +222,15 @@ TEST(SetSpacegroup, GeneratorsAndFixedLists) {
   EXPECT_EQ(g.sym_op_symb[2], "-x,-y,-z");
   EXPECT_EQ(g.sym_op_symb[3], "x,y,-z");
 
+  // Without a lattice in the text, the pure translations of the list name it.
+  const std::vector<std::string> centred = {"x,y,z", "x+1/2,y+1/2,z", "-x,-y,-z"};
+  set_spacegroup("", g, &centred, &three, &fix_mode);
+  ASSERT_FALSE(err_symm) << err_symm_mess;
+  EXPECT_EQ(g.spg_lat, "C");
+  EXPECT_EQ(g.num_ops, 1);
+  EXPECT_EQ(g.multip, 4);
+  EXPECT_EQ(g.sym_op_symb[3], "-x+1/2,-y+1/2,-z");
+
   set_spacegroup("", g, nullptr, nullptr, &fix_mode);
   EXPECT_EQ(err_symm_mess, " Generators should be provided if FIX option is Used");
   set_spacegroup("", g, nullptr, nullptr, &gen_mode);
