@@ -53,6 +53,8 @@ class PlotWindow : public ::testing::Test {
     clear_plot_stand_in_calls();
   }
 
+
+ public:
   static void reset_plot_state() {
     qp::var_system = "UNIX";
     qp::kerror = false;
@@ -107,7 +109,6 @@ class PlotWindow : public ::testing::Test {
     attach_target(igr_window, 0, &headless::root_canvas());
   }
 
- public:
   // What the window showed last: the primitives of the last copy of the
   // bitmap, from the bitmap's last clear on.
   static std::vector<recorded_primitive> last_picture() {
