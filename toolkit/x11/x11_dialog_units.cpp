@@ -3,6 +3,8 @@
 #include <X11/Xft/Xft.h>
 
 #include <cmath>
+#include <map>
+#include <utility>
 #include <optional>
 
 #include "toolkit/x11/x11_display.h"
@@ -38,19 +40,23 @@ dialog_scale_type dialog_scale_from_font(double average_width, double height) {
   return {average_width / 4.0, height / 8.0};
 }
 
-XmRenderTable x11_dialog_render_table() {
-  static XmRenderTable table = nullptr;
-  if (table != nullptr || x11_display() == nullptr) return table;
+XmRenderTable x11_render_table(const std::string& face, int points) {
+  static std::map<std::pair<std::string, int>, XmRenderTable> tables;
+  const auto key = std::make_pair(face, points);
+  if (const auto it = tables.find(key); it != tables.end()) return it->second;
   Arg args[] = {
       {const_cast<char*>(XmNfontType), static_cast<XtArgVal>(XmFONT_IS_XFT)},
-      {const_cast<char*>(XmNfontName), reinterpret_cast<XtArgVal>("DejaVu Sans Condensed")},
-      {const_cast<char*>(XmNfontSize), static_cast<XtArgVal>(9)},
+      {const_cast<char*>(XmNfontName), reinterpret_cast<XtArgVal>(face.c_str())},
+      {const_cast<char*>(XmNfontSize), static_cast<XtArgVal>(points)},
   };
-  XmRendition rendition = XmRenditionCreate(x11_application_shell(), const_cast<char*>("dialog"), args, XtNumber(args));
-  table = XmRenderTableAddRenditions(nullptr, &rendition, 1, XmMERGE_REPLACE);
+  XmRendition rendition = XmRenditionCreate(x11_application_shell(), const_cast<char*>("face"), args, XtNumber(args));
+  XmRenderTable table = XmRenderTableAddRenditions(nullptr, &rendition, 1, XmMERGE_REPLACE);
   XmRenditionFree(rendition);
+  tables[key] = table;
   return table;
 }
+
+XmRenderTable x11_dialog_render_table() { return x11_render_table("DejaVu Sans Condensed", 9); }
 
 int x11_dialog_x(int units) { return static_cast<int>(std::lround(units * scale().across)); }
 int x11_dialog_y(int units) { return static_cast<int>(std::lround(units * scale().down)); }

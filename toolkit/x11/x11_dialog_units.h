@@ -5,6 +5,8 @@
 
 #include <Xm/Xm.h>
 
+#include <string>
+
 // Pixels of a horizontal and a vertical length in dialog units.
 int x11_dialog_x(int units);
 int x11_dialog_y(int units);
@@ -16,6 +18,9 @@ struct dialog_scale_type {
   double down = 1.625;
 };
 dialog_scale_type dialog_scale_from_font(double average_width, double height);
+
+// A render table of one Xft face at a size in points, made once per face and size.
+XmRenderTable x11_render_table(const std::string& face, int points);
 
 // The face of the dialogs' texts. The catalogue's labels were fitted to a
 // narrow face: the condensed face one point below the widget font keeps them

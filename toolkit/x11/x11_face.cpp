@@ -6,6 +6,7 @@
 #include "toolkit/messages/wmessage.h"
 #include "toolkit/x11/x11_child_window.h"
 #include "toolkit/x11/x11_dialog.h"
+#include "toolkit/x11/x11_selectors.h"
 #include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_events.h"
 #include "toolkit/x11/x11_file_selector.h"
@@ -64,6 +65,17 @@ class x11_backend final : public toolkit_backend {
     x11_child_close_all();
     x11_root_close();
     x11_close_display();
+  }
+
+  bool select_directory(int, std::string& name, const std::string& title) override {
+    return x11_display() != nullptr && x11_select_directory(name, title);
+  }
+  bool select_colour(bool palette, std::int32_t& rgb) override {
+    return x11_display() != nullptr && x11_select_colour(palette, rgb);
+  }
+  bool hardcopy_options_text() override { return x11_display() != nullptr && x11_hardcopy_options_text(); }
+  void edit_file(std::int32_t handle, const std::string&, const std::string& text) override {
+    if (x11_display() != nullptr) x11_show_text(handle, text);
   }
 
   void show_dialog(int dialog, bool shown) override { x11_dialog_show(dialog, shown); }
