@@ -6,61 +6,22 @@
 #include "crystal/fixed_text.h"
 #include "crystal/vant_string_utilities.h"
 #include "crystal/vant_crystallographic_symmetry.h"
+#include "crystal/vant_math_general.h"
 #include "crystal/vant_symmetry_element_table.h"
+#include "crystal/vant_symmetry_hall_tables.h"
 
 namespace {
 
-const std::string traslacion = "ABCNUVWD12345";
-const vec3i tras_val[8] = {{6, 0, 0}, {0, 6, 0}, {0, 0, 6}, {6, 6, 6},
-                           {3, 0, 0}, {0, 3, 0}, {0, 0, 3}, {3, 3, 3}};
+const std::string traslacion = std::string(hall_letters) + "12345";
 const std::string red = "PABCIRF";
 const std::string rotacion = "12346";
 const std::string ejes_rotacion = "XYZ'\"*";
 const std::string shift = "12345";
 
-enum axis_code { axis_x = 1, axis_y, axis_z, axis_prime, axis_second, axis_star };
-
 mat3i matrix_of(const char* text) {
   mat3i rot;
   read_xsym(text, 1, rot);
   return rot;
-}
-
-// The rotation of a generator of order n about an axis; the first
-// generator's axis decides the two-fold axes ' and ". False when the pair
-// has no matrix.
-bool rotation_matrix(int order, int axis, int first_axis, mat3i& rot) {
-  static const mat3i x_2 = matrix_of("x,-y,-z"), y_2 = matrix_of("-x,y,-z"), z_2 = matrix_of("-x,-y,z");
-  static const mat3i x_3 = matrix_of("x,-z,y-z"), y_3 = matrix_of("-x+z,y,-x"), z_3 = matrix_of("-y,x-y,z");
-  static const mat3i x_4 = matrix_of("x,-z,y"), y_4 = matrix_of("z,y,-x"), z_4 = matrix_of("-y,x,z");
-  static const mat3i x_6 = matrix_of("x,y-z,y"), y_6 = matrix_of("z,y,-x+z"), z_6 = matrix_of("x-y,x,z");
-  static const mat3i xyz_3 = matrix_of("z,x,y");
-  static const mat3i x_2p = matrix_of("-x,-z,-y"), y_2p = matrix_of("-z,-y,-x"), z_2p = matrix_of("-y,-x,-z");
-  static const mat3i x_2pp = matrix_of("-x,z,y"), y_2pp = matrix_of("z,-y,x"), z_2pp = matrix_of("y,x,-z");
-  static const mat3i identidad = matrix_of("x,y,z");
-  const mat3i* m = nullptr;
-  if (order == 1) {
-    m = &identidad;
-  } else if (order == 2 && axis <= axis_z) {
-    m = axis == axis_x ? &x_2 : axis == axis_y ? &y_2 : &z_2;
-  } else if (order == 2 && (axis == axis_prime || axis == axis_second)) {
-    const bool prime = axis == axis_prime;
-    if (first_axis == axis_x) {
-      m = prime ? &x_2p : &x_2pp;
-    } else if (first_axis == axis_y) {
-      m = prime ? &y_2p : &y_2pp;
-    } else {
-      m = prime ? &z_2p : &z_2pp;
-    }
-  } else if (order == 3 && axis == axis_star) {
-    m = &xyz_3;
-  } else if (axis <= axis_z && (order == 3 || order == 4 || order == 6)) {
-    const mat3i* by_order[3][3] = {{&x_3, &y_3, &z_3}, {&x_4, &y_4, &z_4}, {&x_6, &y_6, &z_6}};
-    m = by_order[order == 3 ? 0 : order == 4 ? 1 : 2][axis - 1];
-  }
-  if (m == nullptr) return false;
-  rot = *m;
-  return true;
 }
 
 void fail(const std::string& message) {
@@ -103,17 +64,7 @@ bool read_generator(const std::string& item, int place, int first_order, int& fi
       return false;
     }
   }
-  if (axis == 0) {
-    if (place == 1) {
-      axis = axis_z;
-    } else if (place == 2 && order == 2 && (first_order == 3 || first_order == 6)) {
-      axis = axis_prime;
-    } else if (place == 3 && order == 3) {
-      axis = axis_star;
-    } else {
-      axis = axis_x;
-    }
-  }
+  if (axis == 0) axis = default_axis(place, order, first_order);
   if (place == 1) first_axis = axis;
   if (!rotation_matrix(order, axis, first_axis, g.rot)) {
     fail(" Wrong order and axis in Hall symbol: " + item);
@@ -149,6 +100,47 @@ vec3i read_shift(const std::string& text) {
 }
 
 }  // namespace
+
+bool rotation_matrix(int order, int axis, int first_axis, mat3i& rot) {
+  static const mat3i x_2 = matrix_of("x,-y,-z"), y_2 = matrix_of("-x,y,-z"), z_2 = matrix_of("-x,-y,z");
+  static const mat3i x_3 = matrix_of("x,-z,y-z"), y_3 = matrix_of("-x+z,y,-x"), z_3 = matrix_of("-y,x-y,z");
+  static const mat3i x_4 = matrix_of("x,-z,y"), y_4 = matrix_of("z,y,-x"), z_4 = matrix_of("-y,x,z");
+  static const mat3i x_6 = matrix_of("x,y-z,y"), y_6 = matrix_of("z,y,-x+z"), z_6 = matrix_of("x-y,x,z");
+  static const mat3i xyz_3 = matrix_of("z,x,y");
+  static const mat3i x_2p = matrix_of("-x,-z,-y"), y_2p = matrix_of("-z,-y,-x"), z_2p = matrix_of("-y,-x,-z");
+  static const mat3i x_2pp = matrix_of("-x,z,y"), y_2pp = matrix_of("z,-y,x"), z_2pp = matrix_of("y,x,-z");
+  static const mat3i identidad = matrix_of("x,y,z");
+  const mat3i* m = nullptr;
+  if (order == 1) {
+    m = &identidad;
+  } else if (order == 2 && axis <= axis_z) {
+    m = axis == axis_x ? &x_2 : axis == axis_y ? &y_2 : &z_2;
+  } else if (order == 2 && (axis == axis_prime || axis == axis_second)) {
+    const bool prime = axis == axis_prime;
+    if (first_axis == axis_x) {
+      m = prime ? &x_2p : &x_2pp;
+    } else if (first_axis == axis_y) {
+      m = prime ? &y_2p : &y_2pp;
+    } else {
+      m = prime ? &z_2p : &z_2pp;
+    }
+  } else if (order == 3 && axis == axis_star) {
+    m = &xyz_3;
+  } else if (axis <= axis_z && (order == 3 || order == 4 || order == 6)) {
+    const mat3i* by_order[3][3] = {{&x_3, &y_3, &z_3}, {&x_4, &y_4, &z_4}, {&x_6, &y_6, &z_6}};
+    m = by_order[order == 3 ? 0 : order == 4 ? 1 : 2][axis - 1];
+  }
+  if (m == nullptr) return false;
+  rot = *m;
+  return true;
+}
+
+int default_axis(int place, int order, int first_order) {
+  if (place == 1) return axis_z;
+  if (place == 2 && order == 2 && (first_order == 3 || first_order == 6)) return axis_prime;
+  if (place == 3 && order == 3) return axis_star;
+  return axis_x;
+}
 
 void get_so_from_hall(const std::string& symbol, symmetry_build_type& out) {
   init_err_symm();
@@ -217,7 +209,8 @@ void get_so_from_hall(const std::string& symbol, symmetry_build_type& out) {
   }
   out.count = static_cast<std::int32_t>(generators.size());
 
-  // Origin shift: each generator M becomes V.M.V^-1.
+  // Origin shift: each generator M becomes V.M.V^-1, and so does the
+  // inversion, whose centre moves by v.
   if (paren != std::string::npos) {
     const vec3i v = read_shift(s.substr(paren + 1));
     for (auto& g : generators) {
@@ -225,6 +218,12 @@ void get_so_from_hall(const std::string& symbol, symmetry_build_type& out) {
         g.t[i] += v[i];
         for (int j = 0; j < 3; ++j) g.t[i] -= g.rot[i][j] * v[j];
       }
+    }
+    if (out.centring_code != 1 && v != vec3i{0, 0, 0}) {
+      out.co = modulo_lat({out.co[0] + static_cast<float>(v[0]) / 12.0f, out.co[1] + static_cast<float>(v[1]) / 12.0f,
+                           out.co[2] + static_cast<float>(v[2]) / 12.0f});
+      out.centring_code = zbelongv({2 * out.co[0], 2 * out.co[1], 2 * out.co[2]}) ? 2 : 0;
+      if (out.centring_code == 2) out.co = vec3f{};
     }
   }
 

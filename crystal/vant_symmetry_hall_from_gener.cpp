@@ -1,13 +1,20 @@
-// The Hall symbol of a group made from generators, found among the settings
+// The Hall symbol of a group made from generators. First among the settings
 // of the table: the lattice part ("-P", "C", ...) selects the candidates, and
 // a candidate is the group's when its Hall symbol expands to the same
-// operators, translations compared modulo the cell.
+// operators, translations compared modulo the cell. Failing that, a symbol is
+// written: the generators are taken place by place among the reduced
+// operators (made proper when the group is centric), each as its sign,
+// order, axis symbol unless it is the place's default, and translation
+// letters or screw digit, with an origin shift when the group needs one; the
+// symbol counts only if it expands to the group again.
 #include <algorithm>
 #include <cmath>
 #include <set>
 
 #include "crystal/fixed_text.h"
 #include "crystal/vant_crystallographic_symmetry.h"
+#include "crystal/vant_symmetry_element_table.h"
+#include "crystal/vant_symmetry_hall_tables.h"
 #include "crystal/vant_symmetry_tables.h"
 
 namespace {
@@ -25,6 +32,167 @@ operator_key key_of(const mat3i& rot, const vec3f& t) {
   return k;
 }
 
+// The operators a Hall symbol expands to, as keys; the lattice state of the
+// module is left as it was.
+bool hall_operators(const std::string& hall, std::set<operator_key>& keys, std::int32_t& generators) {
+  const std::int32_t keep_nlat = nlat, keep_inlat = inlat;
+  const auto keep_ltr = ltr;
+  const std::string keep_lat = lat_ch;
+  symmetry_build_type g;
+  get_so_from_hall(hall, g);
+  nlat = keep_nlat, inlat = keep_inlat, ltr = keep_ltr, lat_ch = keep_lat;
+  const bool ok = !err_symm;
+  init_err_symm();
+  keys.clear();
+  for (std::size_t k = 0; k < g.ss.size(); ++k) keys.insert(key_of(g.ss[k], g.ts[k]));
+  generators = g.count;
+  return ok;
+}
+
+// The translation letters of a vector in twelfths: the fewest rows of
+// tras_val that add up to it modulo the cell, in lower case; the numbers in
+// brackets when no sum does.
+std::string translation_letters(const vec3i& t) {
+  std::string best;
+  bool found = false;
+  for (unsigned subset = 0; subset < 256; ++subset) {
+    vec3i sum{};
+    std::string letters;
+    for (int k = 0; k < 8; ++k) {
+      if (!(subset & (1u << k))) continue;
+      for (int i = 0; i < 3; ++i) sum[i] += tras_val[k][i];
+      letters += static_cast<char>(hall_letters[k] - 'A' + 'a');
+    }
+    bool equal = true;
+    for (int i = 0; i < 3; ++i) equal = equal && (((sum[i] - t[i]) % 12) + 12) % 12 == 0;
+    if (equal && (!found || letters.size() < best.size())) {
+      best = letters;
+      found = true;
+    }
+  }
+  if (found) return best;
+  return "(" + std::to_string(t[0]) + " " + std::to_string(t[1]) + " " + std::to_string(t[2]) + ")";
+}
+
+// The translation of a generator: letters, or for a three-, four- or
+// six-fold screw along a cell axis whose pitch no letters give, the screw
+// digit (12 d / order twelfths along the axis) and letters for the rest.
+std::string translation_text(int order, int axis, const vec3i& t) {
+  const std::string letters = translation_letters(t);
+  if (letters[0] != '(' || order < 3 || axis > axis_z) return letters;
+  const int along = ((t[axis - 1] % 12) + 12) % 12;
+  for (int d = 1; d < order && d <= 5; ++d) {
+    if (12 * d / order != along) continue;
+    vec3i rest = t;
+    rest[axis - 1] = 0;
+    return std::to_string(d) + translation_letters(rest);
+  }
+  return letters;
+}
+
+// Writes a Hall symbol from the reduced operators of a group; false when an
+// operator needed as a generator has no description.
+bool write_hall(const space_group_type& spg, std::string& text, std::int32_t& generators) {
+  static const char* const axis_letters[] = {"", "x", "y", "z", "'", "\"", "*"};
+  std::vector<element12_type> ops;
+  const std::size_t reduced = std::min(static_cast<std::size_t>(std::max(spg.num_ops, 0)), spg.sym_op.size());
+  for (std::size_t k = 0; k < reduced; ++k) {
+    element12_type e{spg.sym_op[k].rot, to_twelfths(spg.sym_op[k].tr)};
+    if (spg.centred != 1 && axes_rotation(e.rot) < 0) {
+      // its partner through the centre, which is proper
+      const vec3i twice = to_twelfths({2 * spg.centre_coord[0], 2 * spg.centre_coord[1], 2 * spg.centre_coord[2]});
+      for (int i = 0; i < 3; ++i) {
+        for (int j = 0; j < 3; ++j) e.rot[i][j] = -e.rot[i][j];
+        e.t[i] = twice[i] - e.t[i];
+      }
+    }
+    reduce_translation(e.t, 1);
+    ops.push_back(e);
+  }
+  std::set<mat3i> wanted;
+  for (const auto& e : ops) wanted.insert(e.rot);
+
+  text = (spg.centred != 1 ? "-" : "") + spg.spg_lat;
+  std::vector<element12_type> chosen = {{{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {0, 0, 0}}};
+  int first_order = 0, first_axis = axis_z;
+  generators = 0;
+  for (int place = 1; place <= 4; ++place) {
+    std::vector<element12_type> closed = chosen;
+    close_element_table(closed, 1);
+    init_err_symm();
+    std::set<mat3i> have;
+    for (const auto& e : closed) have.insert(e.rot);
+    if (have == wanted) break;
+    const std::vector<int> orders = place == 1 ? std::vector<int>{6, 4, 3, 2} : place == 3 ? std::vector<int>{3, 2} : std::vector<int>{2};
+    bool placed = false;
+    for (int order : orders) {
+      for (int sign : {1, -1}) {
+        const int preferred = default_axis(place, order, first_order);
+        for (int axis : {preferred, int(axis_z), int(axis_x), int(axis_y), int(axis_prime), int(axis_second), int(axis_star)}) {
+          mat3i r;
+          if (placed || !rotation_matrix(order, axis, place == 1 ? axis : first_axis, r)) continue;
+          if (sign < 0) {
+            for (auto& row : r)
+              for (auto& v : row) v = -v;
+          }
+          const auto op = std::find_if(ops.begin(), ops.end(), [&r](const element12_type& e) { return e.rot == r; });
+          if (op == ops.end() || have.count(r)) continue;
+          text += std::string(" ") + (sign < 0 ? "-" : "") + std::to_string(order) +
+                  (axis == preferred ? "" : axis_letters[axis]) + translation_text(order, axis, op->t);
+          chosen.push_back(*op);
+          if (place == 1) first_order = order, first_axis = axis;
+          ++generators;
+          placed = true;
+        }
+      }
+    }
+    if (!placed) return false;
+  }
+  if (generators == 0) text += " 1";
+  return true;
+}
+
+// A written symbol that expands to the wanted operators: first with the
+// origin as it is, then with an origin shift "(x y z)" in twelfths (each from
+// -5 to 5), the smallest first.
+bool write_hall_with_shift(const space_group_type& spg, const std::set<operator_key>& wanted, std::string& text,
+                           std::int32_t& count) {
+  std::vector<vec3i> shifts;
+  for (int x = -5; x <= 5; ++x)
+    for (int y = -5; y <= 5; ++y)
+      for (int z = -5; z <= 5; ++z) shifts.push_back({x, y, z});
+  std::stable_sort(shifts.begin(), shifts.end(), [](const vec3i& a, const vec3i& b) {
+    return std::abs(a[0]) + std::abs(a[1]) + std::abs(a[2]) < std::abs(b[0]) + std::abs(b[1]) + std::abs(b[2]);
+  });
+  for (const vec3i& v : shifts) {
+    // The group seen from the shifted origin: t - v + R.v.
+    space_group_type moved = spg;
+    const vec3f s = {static_cast<float>(v[0]) / 12.0f, static_cast<float>(v[1]) / 12.0f,
+                     static_cast<float>(v[2]) / 12.0f};
+    for (auto& op : moved.sym_op) {
+      vec3f t = op.tr;
+      for (int i = 0; i < 3; ++i) {
+        t[i] -= s[i];
+        for (int j = 0; j < 3; ++j) t[i] += static_cast<float>(op.rot[i][j]) * s[j];
+      }
+      op.tr = modulo_lat(t);
+    }
+    moved.centre_coord = modulo_lat({spg.centre_coord[0] - s[0], spg.centre_coord[1] - s[1], spg.centre_coord[2] - s[2]});
+    std::string candidate;
+    if (!write_hall(moved, candidate, count)) continue;
+    if (v != vec3i{0, 0, 0}) {
+      candidate += " (" + std::to_string(v[0]) + " " + std::to_string(v[1]) + " " + std::to_string(v[2]) + ")";
+    }
+    std::set<operator_key> written;
+    std::int32_t read_back = 0;
+    if (hall_operators(candidate, written, read_back) && written == wanted) {
+      text = candidate;
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 void get_hallsymb_from_gener(space_group_type& spg, std::string* hall) {
@@ -34,34 +202,31 @@ void get_hallsymb_from_gener(space_group_type& spg, std::string* hall) {
   std::set<operator_key> wanted;
   for (const auto& op : spg.sym_op) wanted.insert(key_of(op.rot, op.tr));
 
-  // The candidates' expansion overwrites the lattice state of the module.
-  const std::int32_t keep_nlat = nlat, keep_inlat = inlat;
-  const auto keep_ltr = ltr;
-  const std::string keep_lat = lat_ch;
   const spgr_info_type* match = nullptr;
   std::int32_t generators = 0;
   for (const auto& row : spgr_info) {
-    const bool same_lattice = row.hall.rfind(lattice_part + " ", 0) == 0;
-    if (!same_lattice) continue;
-    symmetry_build_type candidate;
-    get_so_from_hall(row.hall, candidate);
-    if (err_symm || candidate.ss.size() != wanted.size()) continue;
     std::set<operator_key> found;
-    for (std::size_t k = 0; k < candidate.ss.size(); ++k) found.insert(key_of(candidate.ss[k], candidate.ts[k]));
-    if (found == wanted) {
+    if (row.hall.rfind(lattice_part + " ", 0) == 0 && hall_operators(row.hall, found, generators) && found == wanted) {
       match = &row;
-      generators = candidate.count;
       break;
     }
   }
-  nlat = keep_nlat, inlat = keep_inlat, ltr = keep_ltr, lat_ch = keep_lat;
-  init_err_symm();
 
   if (match == nullptr) {
     spg.spg_symb = "Unknown";
     spg.info = fixed_text::assigned("Gen. ", 5);
     spg.sg_setting = "Non-standard Setting";
-    if (hall) hall->clear();
+    std::string text;
+    std::int32_t count = 0;
+    if (!write_hall_with_shift(spg, wanted, text, count)) {
+      err_symm = true;
+      err_symm_mess = " Error in generators";
+      if (hall) hall->clear();
+      return;
+    }
+    spg.hall = fixed_text::assigned(text, 16);
+    spg.num_gen = count;
+    if (hall) *hall = fixed_text::assigned(text, 40);
     return;
   }
   spg.numspg = match->n;
