@@ -32,11 +32,14 @@ struct run_type {
   std::filesystem::path errors;
 };
 
-run_type start(bool with_display) {
+// With `map` the program is started on a copy of the example map in its
+// directory, as the README's first command does.
+run_type start(bool with_display, bool map = false) {
   run_type run;
   run.home = std::filesystem::temp_directory_path() /
              ("quelmora-gui-" + std::to_string(getpid()) + "-" + std::to_string(rand()));
   std::filesystem::create_directories(run.home);
+  if (map) std::filesystem::copy_file(QUELMORA_SOURCE_DIR "/examples/nacl.bin", run.home / "nacl.bin");
   run.errors = run.home / "stderr.txt";
 
   std::vector<std::string> env_text = {"HOME=" + run.home.string(), "PATH=/usr/bin:/bin"};
@@ -51,7 +54,8 @@ run_type start(bool with_display) {
   posix_spawn_file_actions_addopen(&actions, 2, run.errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
   posix_spawn_file_actions_addchdir_np(&actions, run.home.c_str());
   std::string name = program;
-  char* argv[] = {name.data(), nullptr};
+  std::string map_name = "nacl.bin";
+  char* argv[] = {name.data(), map ? map_name.data() : nullptr, nullptr};
   if (posix_spawn(&run.pid, program.c_str(), &actions, nullptr, argv, env.data()) != 0) run.pid = -1;
   posix_spawn_file_actions_destroy(&actions);
   return run;
@@ -110,7 +114,8 @@ Window wait_window(Display* display, const std::string& caption) {
 }
 
 // Pixels of the window that are clearly blue: the header's text.
-int blue_pixels(Display* display, Window window) {
+// Pixels of the window whose red, green and blue (0 to 255) pass the test.
+int pixels_where(Display* display, Window window, bool (*test)(unsigned long r, unsigned long g, unsigned long b)) {
   XWindowAttributes attributes;
   if (!XGetWindowAttributes(display, window, &attributes)) return 0;
   XImage* image = XGetImage(display, window, 0, 0, static_cast<unsigned>(attributes.width),
@@ -122,11 +127,17 @@ int blue_pixels(Display* display, Window window) {
       const unsigned long p = XGetPixel(image, x, y);
       const unsigned long r = (p & image->red_mask) >> 16, g = (p & image->green_mask) >> 8,
                           b = p & image->blue_mask;
-      count += b > 160 && r < 90 && g < 90;
+      count += test(r, g, b);
     }
   }
   XDestroyImage(image);
   return count;
+}
+
+int blue_pixels(Display* display, Window window) {
+  return pixels_where(display, window, [](unsigned long r, unsigned long g, unsigned long b) {
+    return b > 160 && r < 90 && g < 90;
+  });
 }
 
 // Dark pixels (text) in the second part of the status bar, the bottom rows of
@@ -268,6 +279,32 @@ TEST_F(Program, OpensTheExampleMapThroughTheSelector) {
   }
   ask_to_close(display, window);
   usleep(20 * poll_pause);
+  ask_to_close(display, window);
+  EXPECT_EQ(wait_exit(run.pid), 0);
+}
+
+// Pixels of the colour of the top contour level (yellow of colour set 1).
+int top_level_pixels(Display* display, Window window) {
+  return pixels_where(display, window, [](unsigned long r, unsigned long g, unsigned long b) {
+    return r == 254 && g == 240 && b == 73;
+  });
+}
+
+// The README's first command: a map on the command line opens straight as
+// contours; a close request leaves the plot, a second one ends the program.
+TEST_F(Program, AMapOnTheCommandLineOpensAsContours) {
+  run = start(true, true);
+  ASSERT_GT(run.pid, 0);
+  const Window window = wait_window(display, "Graphic Quelmora Program: NaCl rock salt: Na and Cl as Gaussian densities");
+  ASSERT_NE(window, 0u) << "no plot window";
+  int top = 0;
+  for (int i = 0; i < attempts && top == 0; ++i) {
+    top = top_level_pixels(display, window);
+    if (top == 0) usleep(poll_pause);
+  }
+  EXPECT_GT(top, 0) << "no top level drawn";
+  ask_to_close(display, window);
+  EXPECT_NE(wait_window(display, "Graphic Quelmora Program"), 0u);
   ask_to_close(display, window);
   EXPECT_EQ(wait_exit(run.pid), 0);
 }
