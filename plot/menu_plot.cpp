@@ -26,17 +26,6 @@ constexpr std::int32_t plot_toolbar_2 = 30103;
 constexpr std::int32_t leave_command = 40033;
 constexpr std::int32_t kind_commands[] = {40072, 40074, 40075, 40076};
 
-// Colour dialogs: a redraw only when a setting changed (an OK sets it, a
-// Cancel leaves it as it was).
-void background_colour() {
-  proc_gback();
-  if (qp::ksettings) redraw_plot();
-}
-void foreground_colour() {
-  proc_gfor();
-  if (qp::ksettings) redraw_plot();
-}
-
 void proc_legends() {
   qp::boton_legend = !qp::boton_legend;
   wmenusetstate(40049, 2, qp::boton_legend ? 1 : 0);
@@ -48,7 +37,7 @@ struct plot_command {
   void (*action)();
 };
 constexpr plot_command commands[] = {
-    {40002, background_colour}, {40003, foreground_colour}, {40004, proc_simul}, {40030, proc_show},
+    {40002, proc_gback},        {40003, proc_gfor},         {40004, proc_simul}, {40030, proc_show},
     {40032, proc_atoms},        {40034, proc_vxyz},         {40035, proc_limits}, {40036, proc_mas},
     {40037, proc_menos},        {40038, proc_plane},        {40040, proc_print},  {40041, proc_wmf},
     {40042, proc_ps},           {40043, proc_ascii},        {40044, proc_clear},  {40047, proc_levels},

@@ -31,6 +31,11 @@ void proc_clear();
 void proc_2d();
 void proc_2df();
 void proc_3d();
+// The window's background and foreground colours through the colour
+// selector; on OK the palette takes the colour and the setting is marked
+// changed. The picture is redrawn whenever a setting has changed.
+void proc_gback();
+void proc_gfor();
 // After an expose or a resize: a new off-screen bitmap of the window's size
 // and the picture of the present kind drawn into it.
 void proc_reexp();

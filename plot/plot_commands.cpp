@@ -14,6 +14,8 @@
 #include "plot/menu_plot.h"
 #include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"
+#include "toolkit/dialogs/selectors.h"
+#include "toolkit/dialogs/winfodialog.h"
 #include "toolkit/graphics/graphics.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/wmenu.h"
@@ -82,7 +84,22 @@ void set_plot_kind(std::int32_t kind) {
   draw_plot_pg();
 }
 
+// The colour selector on a colour value; on OK colour number `number` of
+// the palette takes it. A Cancel still redraws when an earlier setting
+// changed.
+void choose_colour(std::int32_t& colour, int number) {
+  wselectcolour2(colour);
+  if (winfodialog(4) == 1) {
+    igrpalette(number, colour);
+    qp::ksettings = true;
+  }
+  if (qp::ksettings) redraw_plot();
+}
+
 }  // namespace
+
+void proc_gback() { choose_colour(qp::bg_col, 0); }
+void proc_gfor() { choose_colour(qp::fg_col, 120); }
 
 void redraw_plot() {
   if (qp::boton_tg == isosurface) draw_isosurface();

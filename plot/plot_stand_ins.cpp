@@ -8,8 +8,6 @@ void note(const char* name) { calls.emplace_back(name); }
 
 }  // namespace
 
-void proc_gback() { note("proc_gback"); }
-void proc_gfor() { note("proc_gfor"); }
 void proc_levels() { note("proc_levels"); }
 void proc_limits() { note("proc_limits"); }
 void proc_simul() { note("proc_simul"); }

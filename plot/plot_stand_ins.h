@@ -4,7 +4,6 @@
 // can be checked before the real handlers arrive.
 //
 //   routine                  waits for
-//   proc_gback, proc_gfor    the colour dialog: answers as a Cancel
 //   proc_levels              the levels dialog
 //   proc_limits, proc_simul, proc_summ
 //                            limits, run through the sections, sums of layers
@@ -21,8 +20,6 @@
 #include <string>
 #include <vector>
 
-void proc_gback();
-void proc_gfor();
 void proc_levels();
 void proc_limits();
 void proc_simul();

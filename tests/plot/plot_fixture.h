@@ -57,7 +57,7 @@ class PlotWindow : public ::testing::Test {
  public:
   static void reset_plot_state() {
     qp::var_system = "UNIX";
-    qp::kerror = false;
+    qp::kerror = qp::ksettings = false;
     qp::boton_tg = 1;
     qp::boton_add = qp::boton_legend = qp::boton_show = qp::boton_atom = false;
     qp::ksigma = qp::plane_def = false;

@@ -285,7 +285,7 @@ TEST_F(PlotWindow, CommandTable) {
     strings reached;
   };
   const row rows[] = {
-      {40002, {"proc_gback"}}, {40003, {"proc_gfor"}},   {40004, {"proc_simul"}},  {40032, {"proc_atoms"}},
+      {40002, {}},              {40003, {}},             {40004, {"proc_simul"}},  {40032, {"proc_atoms"}},
       {40035, {"proc_limits"}}, {40038, {"proc_plane"}}, {40040, {"proc_print"}},  {40041, {"proc_wmf"}},
       {40042, {"proc_ps"}},     {40043, {"proc_ascii"}}, {40047, {"proc_levels"}}, {40048, {"proc_summ"}},
       {40076, {"proc_iso"}},    {40026, {}},             {40007, {}},              {40001, {}},
@@ -298,9 +298,44 @@ TEST_F(PlotWindow, CommandTable) {
     headless::queue_menu(40033);
     menu_plotting();
     EXPECT_EQ(plot_stand_in_calls(), r.reached) << r.id;
-    // Only the first picture: a cancelled colour dialog changes nothing.
+    // Only the first picture: a cancelled colour selector changes nothing.
     EXPECT_EQ(pictures_shown(), 1u) << r.id;
+    EXPECT_FALSE(qp::ksettings) << r.id;
   }
+}
+
+// Background and foreground colours: OK gives the colour to the palette,
+// marks the settings changed and redraws; a later Cancel still redraws,
+// since a setting has changed.
+TEST_F(PlotWindow, WindowColours) {
+  load_nacl();
+  headless::answer_colour(wrgb(0, 0, 96));
+  headless::queue_menu(40002);
+  headless::queue_look([] {
+    EXPECT_EQ(qp::bg_col, wrgb(0, 0, 96));
+    EXPECT_EQ(palette_colour(0).value, wrgb(0, 0, 96));
+    EXPECT_TRUE(qp::ksettings);
+    EXPECT_EQ(pictures_shown(), 2u);
+    // The picture is cleared in the new background.
+    EXPECT_EQ(last_picture().front().colour.value, wrgb(0, 0, 96));
+  });
+  headless::answer_colour(wrgb(255, 255, 0));
+  headless::queue_menu(40003);
+  headless::queue_look([] {
+    EXPECT_EQ(palette_colour(120).value, wrgb(255, 255, 0));
+    const auto picture = last_picture();
+    const bool label_in_yellow = std::any_of(picture.begin(), picture.end(), [](const recorded_primitive& p) {
+      return p.kind == recorded_kind::text && p.text == "x/a" && p.colour.value == wrgb(255, 255, 0);
+    });
+    EXPECT_TRUE(label_in_yellow);
+  });
+  headless::queue_menu(40003);  // cancelled
+  headless::queue_look([] {
+    EXPECT_EQ(qp::fg_col, wrgb(255, 255, 0));
+    EXPECT_EQ(pictures_shown(), 4u);
+  });
+  headless::queue_menu(40033);
+  menu_plotting();
 }
 
 TEST_F(PlotWindow, MousePressesAndMoves) {
