@@ -89,6 +89,17 @@ TEST_F(PlotWindow, MonoclinicFamilyThreeIsSkewedWithItsOverhangBlanked) {
   EXPECT_EQ(blanks, 2);
   EXPECT_LT(last_contour, first_blank);
   EXPECT_LT(first_blank, frame);
+  // Eleven ticks of 4 pixels along each side from corner 1: downward on the
+  // lower side 1-4, leftward on the slanted side 1-2.
+  int down = 0, left = 0;
+  for (const auto& p : picture) {
+    if (p.kind != recorded_kind::polyline || p.colour.number != 120 || p.points.size() != 2) continue;
+    const float dx = p.points[1].x - p.points[0].x, dy = p.points[1].y - p.points[0].y;
+    down += std::fabs(dx) < 1.0f && std::fabs(dy - 4.0f) < 1.0f;
+    left += std::fabs(dx + 4.0f) < 1.0f && std::fabs(dy) < 1.0f;
+  }
+  EXPECT_EQ(down, 11);
+  EXPECT_EQ(left, 11);
   // Labels of family 3 but no scale numbers on a skewed frame.
   auto t = texts(picture);
   std::sort(t.begin(), t.end());

@@ -98,6 +98,35 @@ TEST_F(PlotWindow, SectionsStepToTheTopAndStayThere) {
   EXPECT_EQ(pictures_shown(), 1u + 50u + 61u);
 }
 
+// With an oriented plane the steps move its height by 0.1 and leave the
+// sections alone; the next direction ends the plane.
+TEST_F(PlotWindow, StepsOfAnOrientedPlane) {
+  load_nacl();
+  qp::plane_def = true;
+  qp::zt = 1.0f;
+  qp::xl1 = qp::yl1 = -2.0f;
+  qp::xl2 = qp::yl2 = 2.0f;
+  headless::queue_menu(40036);
+  headless::queue_menu(40036);
+  headless::queue_menu(40037);
+  headless::queue_look([] {
+    EXPECT_NEAR(qp::zt, 1.1f, 1e-6f);
+    EXPECT_EQ(qp::seccion, (std::array<std::int32_t, 3>{1, 1, 1}));
+    EXPECT_EQ(qp::NVALUE, (std::array<std::int32_t, 2>{50, 50}));
+    EXPECT_EQ(qp::EDGE, (std::array<float, 8>{-2.0f, -2.0f, -2.0f, 2.0f, 2.0f, 2.0f, 2.0f, -2.0f}));
+    EXPECT_TRUE(status_text(1).starts_with("Plane "));
+  });
+  headless::queue_menu(40034);
+  headless::queue_look([] {
+    EXPECT_FALSE(qp::plane_def);
+    EXPECT_EQ(qp::imap, 2);
+  });
+  headless::queue_menu(40033);
+  menu_plotting();
+  // The plane's grid comes from its own routine at each of the four pictures.
+  EXPECT_EQ(plot_stand_in_calls(), strings(4, "oriented_section"));
+}
+
 // Three turns of the direction bring back the first; each shows its axes and
 // steps its own section index.
 TEST_F(PlotWindow, DirectionGoesRoundWithItsLabelsAndSection) {
@@ -336,6 +365,43 @@ TEST_F(PlotWindow, WindowColours) {
   });
   headless::queue_menu(40033);
   menu_plotting();
+}
+
+// Probing on and off: the atoms command gives way to it only while no atoms
+// are shown.
+TEST_F(PlotWindow, ProbingOnAndOff) {
+  load_nacl();
+  struct row {
+    bool atoms;
+    int atoms_enabled_on, atoms_enabled_off;
+  };
+  const row rows[] = {{false, 0, 1}, {true, 1, 1}};
+  for (const row& r : rows) {
+    fresh_screen();
+    qp::boton_atom = r.atoms;
+    qp::boton_show = false;
+    headless::queue_menu(40030);
+    headless::queue_look([r] {
+      EXPECT_TRUE(qp::boton_show);
+      EXPECT_EQ(wmenugetstate(40030, 2), 1);
+      EXPECT_EQ(wmenugetstate(40032, 1), r.atoms_enabled_on) << r.atoms;
+      EXPECT_TRUE(message_enabled(msg_mouse_up));
+      EXPECT_EQ(cursor_shape(), 3);
+    });
+    headless::queue_menu(40030);
+    headless::queue_look([r] {
+      EXPECT_FALSE(qp::boton_show);
+      EXPECT_EQ(wmenugetstate(40030, 2), 0);
+      EXPECT_EQ(wmenugetstate(40032, 1), r.atoms_enabled_off) << r.atoms;
+      EXPECT_FALSE(message_enabled(msg_mouse_up));
+      EXPECT_FALSE(message_enabled(msg_mouse_move));
+      EXPECT_EQ(cursor_shape(), 0);
+      // Nothing is redrawn by the probe switch.
+      EXPECT_EQ(pictures_shown(), 1u);
+    });
+    headless::queue_menu(40033);
+    menu_plotting();
+  }
 }
 
 TEST_F(PlotWindow, MousePressesAndMoves) {
