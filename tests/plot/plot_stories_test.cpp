@@ -333,6 +333,33 @@ TEST_F(PlotWindow, CommandTable) {
   }
 }
 
+// With the isosurface on, its own drawing serves entry, resize and reset;
+// contours taken up again re-enable the commands and forget the box.
+TEST_F(PlotWindow, IsosurfaceKindKeepsItsOwnDrawing) {
+  load_nacl();
+  qp::boton_tg = 4;
+  qp::klimits = 1;
+  headless::queue_look([] {
+    EXPECT_EQ(wmenugetstate(40076, 2), 1);
+    for (int id : {40034, 40036, 40003}) wmenusetstate(id, 1, 0);  // as the isosurface view leaves them
+  });
+  headless::queue_resize();
+  headless::queue_menu(40044);
+  headless::queue_menu(40072);
+  headless::queue_look([] {
+    EXPECT_EQ(qp::boton_tg, 1);
+    EXPECT_EQ(qp::klimits, 0);
+    for (int id : {40034, 40036, 40003}) EXPECT_EQ(wmenugetstate(id, 1), 1) << id;
+    EXPECT_EQ(wmenugetstate(40076, 2), 0);
+    EXPECT_EQ(wmenugetstate(40072, 2), 1);
+    EXPECT_GT(count(last_picture(), recorded_kind::polyline, 197, 216), 0u);
+  });
+  headless::queue_menu(40033);
+  menu_plotting();
+  EXPECT_EQ(plot_stand_in_calls(),
+            (strings{"draw_isosurface", "draw_isosurface", "build_isosurface_mesh", "draw_isosurface"}));
+}
+
 // Background and foreground colours: OK gives the colour to the palette,
 // marks the settings changed and redraws; a later Cancel still redraws,
 // since a setting has changed.
