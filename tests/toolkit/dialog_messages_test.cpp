@@ -14,6 +14,7 @@
 #include "toolkit/dialogs/selectors.h"
 #include "toolkit/dialogs/wdialog.h"
 #include "toolkit/dialogs/winfodialog.h"
+#include "toolkit/graphics/graphics.h"
 #include "toolkit/headless/headless.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/ios.h"
@@ -126,6 +127,24 @@ TEST_F(DialogUser, ColourBoxesDeliverMousePresses) {
   wdialogshow(-1, -1, 0, 3);
   headless::click_field(112, 1222);
   EXPECT_EQ(read_all(), (std::vector<seen>{{4, 1, 0, 1222}}));
+}
+
+TEST_F(DialogUser, ColourBoxesAreDrawingTargetsWhileShown) {
+  wdialogload(112);
+  igrselect(igr_field, 1222);
+  EXPECT_EQ(current_canvas(), nullptr) << "not on the screen yet";
+  wdialogshow(-1, -1, 0, 3);
+  igrselect(igr_field, 1222);
+  igrareaclear();
+  const recording_canvas* box = headless::field_canvas(1222);
+  ASSERT_NE(box, nullptr);
+  ASSERT_EQ(box->primitives().size(), 1u);
+  EXPECT_EQ(box->primitives()[0].kind, recorded_kind::clear);
+  EXPECT_EQ(headless::field_canvas(1223)->primitives().size(), 0u);
+  wdialogunload();
+  EXPECT_EQ(headless::field_canvas(1222), nullptr);
+  EXPECT_EQ(target_canvas(igr_field, 1222), nullptr);
+  igrselect(igr_window, 0);
 }
 
 class Selectors : public DialogUser {

@@ -68,8 +68,10 @@ loaded_dialog_type* yyload_dialog(int id) {
 }
 
 void yyunload_dialog(int id) {
-  if (dialogs.erase(id) == 0) return;
+  if (!dialogs.contains(id)) return;
+  // The face lets go of the dialog while it can still read it.
   current_backend().unload_dialog(id);
+  dialogs.erase(id);
   if (current == id) current = 0;
   std::vector<int> pages;
   for (const auto& [page, d] : dialogs) {

@@ -1,6 +1,7 @@
 #include "toolkit/headless/headless.h"
 
 #include <deque>
+#include <map>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -31,6 +32,26 @@ class scripted_backend final : public toolkit_backend {
   std::deque<std::int32_t> colours;
   std::deque<bool> print_options;
   std::vector<shown_file> edited;
+  std::map<int, recording_canvas> boxes;  // colour boxes of the dialogs shown, by field
+
+  // A shown dialog's colour boxes become drawing targets, one pixel a dialog unit.
+  void show_dialog(int dialog, bool shown) override {
+    const loaded_dialog_type* d = yyfind_dialog(dialog);
+    if (d == nullptr || !shown) return;
+    for (const field_state_type& f : d->fields) {
+      if (f.resource.kind != field_picture || boxes.contains(f.resource.id)) continue;
+      auto [it, added] = boxes.emplace(f.resource.id, recording_canvas{f.resource.width, f.resource.height});
+      attach_target(igr_field, f.resource.id, &it->second);
+    }
+  }
+
+  void unload_dialog(int dialog) override {
+    const loaded_dialog_type* d = yyfind_dialog(dialog);
+    if (d == nullptr) return;
+    for (const field_state_type& f : d->fields) {
+      if (boxes.erase(f.resource.id) > 0) attach_target(igr_field, f.resource.id, nullptr);
+    }
+  }
   std::deque<std::optional<std::string>> files;
   std::deque<int> answers;
   std::vector<shown_box> shown;
@@ -123,6 +144,8 @@ message_record with_value(std::int32_t value1) {
 void install() {
   attach_target(igr_window, 0, nullptr);
   yyreset_dialogs();
+  for (const auto& entry : face.boxes) attach_target(igr_field, entry.first, nullptr);
+  face.boxes.clear();
   face.events.clear();
   face.refusals.clear();
   face.directories.clear();
@@ -178,6 +201,11 @@ void click_field(int dialog, int field) {
   queue_action(dialog, field, [=] { return yyuser_mouse_on_field(dialog, field, 1); });
 }
 const std::vector<std::string>& refused() { return face.refusals; }
+
+recording_canvas* field_canvas(int field) {
+  const auto it = face.boxes.find(field);
+  return it == face.boxes.end() ? nullptr : &it->second;
+}
 
 void answer_directory(const std::string& name) { face.directories.push_back(name); }
 void answer_colour(std::int32_t rgb) { face.colours.push_back(rgb); }

@@ -51,6 +51,10 @@ void choose_tab(int dialog, int field, int page);
 void type_cell(int dialog, int field, int column, int row, const std::string& text);
 void press(int dialog, int button);
 void click_field(int dialog, int field);
+// What was drawn into a colour box (picture field) of a dialog on the screen,
+// a drawing target while its dialog is shown: null when there is none.
+recording_canvas* field_canvas(int field);
+
 // Actions refused, as "dialog field", oldest first.
 const std::vector<std::string>& refused();
 

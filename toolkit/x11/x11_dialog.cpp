@@ -16,10 +16,13 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "toolkit/dialogs/dialog_model.h"
+#include "toolkit/graphics/graphics_targets.h"
 #include "toolkit/dialogs/dialog_user.h"
+#include "toolkit/x11/x11_canvas.h"
 #include "toolkit/x11/x11_dialog_grid.h"
 #include "toolkit/x11/x11_dialog_units.h"
 #include "toolkit/x11/x11_display.h"
@@ -37,6 +40,10 @@ struct dialog_widgets {
   Widget board = nullptr;
   std::map<int, Widget> fields;
   std::map<int, Widget> tabs;  // tab holder: page dialog -> its caption button
+  // Colour boxes are drawing targets (igrselect 3 with the field's number):
+  // drawing goes to a pixmap, copied to the box on exposure and whenever the
+  // program waits for the user.
+  std::map<int, std::unique_ptr<x11_canvas>> boxes;
 };
 
 std::map<int, dialog_widgets> shown;
@@ -120,6 +127,47 @@ void tab_chosen(Widget, XtPointer data, XtPointer) {
   x11_dialog_field(r->dialog, r->field);
 }
 
+void copy_box(Widget w, const x11_canvas& box) {
+  if (!XtIsRealized(w)) return;
+  GC gc = XCreateGC(XtDisplay(w), XtWindow(w), 0, nullptr);
+  XCopyArea(XtDisplay(w), box.drawable(), XtWindow(w), gc, 0, 0, static_cast<unsigned>(box.width()),
+            static_cast<unsigned>(box.height()), 0, 0);
+  XFreeGC(XtDisplay(w), gc);
+}
+
+void box_exposed(Widget w, XtPointer data, XtPointer) {
+  const auto* r = static_cast<field_ref*>(data);
+  const auto d = shown.find(r->dialog);
+  if (d == shown.end()) return;
+  const auto box = d->second.boxes.find(r->field);
+  if (box != d->second.boxes.end()) copy_box(w, *box->second);
+}
+
+// The drawing targets of a dialog's colour boxes, made once it is on the screen.
+void attach_boxes(int dialog) {
+  dialog_widgets& w = shown[dialog];
+  const loaded_dialog_type* d = yyfind_dialog(dialog);
+  if (d == nullptr) return;
+  for (const field_state_type& f : d->fields) {
+    if (f.resource.kind != field_picture || w.boxes.contains(f.resource.id)) continue;
+    Widget area = w.fields[f.resource.id];
+    if (area == nullptr || !XtIsRealized(area)) continue;
+    Dimension width = 0, height = 0;
+    XtVaGetValues(area, XmNwidth, &width, XmNheight, &height, nullptr);
+    auto box = x11_canvas::pixmap(x11_display(), XtWindow(area), std::max<int>(1, width), std::max<int>(1, height));
+    box->clear(0, 0, box->width(), box->height(), canvas_colour{-1, 0xffffff});
+    attach_target(igr_field, f.resource.id, box.get());
+    w.boxes[f.resource.id] = std::move(box);
+  }
+}
+
+void detach_boxes(dialog_widgets& w) {
+  for (const auto& [field, box] : w.boxes) {
+    if (target_canvas(igr_field, field) == box.get()) attach_target(igr_field, field, nullptr);
+  }
+  w.boxes.clear();
+}
+
 void box_clicked(Widget, XtPointer data, XEvent* event, Boolean*) {
   const auto* r = static_cast<field_ref*>(data);
   yyuser_mouse_on_field(r->dialog, r->field, static_cast<int>(event->xbutton.button));
@@ -181,6 +229,7 @@ Widget colour_box(int dialog, Widget board, const field_type& f) {
   XtVaSetValues(w, XmNshadowThickness, 1, XmNbackground, WhitePixelOfScreen(XtScreen(board)), nullptr);
   field_ref* r = ref(dialog, f.id);
   XtAddEventHandler(w, ButtonPressMask, False, box_clicked, r);
+  XtAddCallback(w, XmNexposeCallback, box_exposed, r);
   XtAddCallback(w, XmNdestroyCallback, free_ref, r);
   return w;
 }
@@ -317,6 +366,8 @@ void build(int dialog) {
                                     XmNmarginWidth, 0, XmNmarginHeight, 0, XmNresizePolicy, XmRESIZE_NONE,
                                     XmNallowOverlap, True, XmNnoResize, True, nullptr);
   build_fields(dialog, w.board, w);
+  // Return presses OK where the dialog has one.
+  if (w.fields.contains(1) && XmIsPushButton(w.fields[1])) XtVaSetValues(w.board, XmNdefaultButton, w.fields[1], nullptr);
   place_shell(w.shell, *d, width, height);
 }
 
@@ -410,6 +461,7 @@ void x11_dialog_show(int dialog, bool visible) {
   // A dialog the program waits on keeps the user to itself.
   XtPopup(shell, d->mode == 2 ? XtGrabNone : XtGrabExclusive);
   lower_frames(dialog);
+  attach_boxes(dialog);
   if (d->focus > 0 && shown[dialog].fields.contains(d->focus)) {
     XmProcessTraversal(shown[dialog].fields[d->focus], XmTRAVERSE_CURRENT);
   }
@@ -428,8 +480,15 @@ void x11_dialog_field(int dialog, int field) {
 void x11_dialog_unload(int dialog) {
   const auto it = shown.find(dialog);
   if (it == shown.end()) return;
+  detach_boxes(it->second);
   if (it->second.shell != nullptr) XtDestroyWidget(it->second.shell);
   shown.erase(it);
+}
+
+void x11_dialog_flush() {
+  for (auto& [dialog, w] : shown) {
+    for (const auto& [field, box] : w.boxes) copy_box(w.fields[field], *box);
+  }
 }
 
 Widget x11_dialog_shell(int dialog) {

@@ -14,5 +14,8 @@ void x11_dialog_field(int dialog, int field);
 // The dialog is gone: its widgets are destroyed.
 void x11_dialog_unload(int dialog);
 
+// Shows what was drawn into the colour boxes; called before waiting for the user.
+void x11_dialog_flush();
+
 // The shell of a dialog on the screen, or nullptr (tests look at its size).
 Widget x11_dialog_shell(int dialog);

@@ -29,6 +29,7 @@ class x11_backend final : public toolkit_backend {
       record = message_record{};
       return;
     }
+    x11_dialog_flush();
     while (!x11_take(type, record)) {
       // A user's action in a dialog queued messages in the toolkit itself.
       if (yymessages_waiting()) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <Xm/TextF.h>
+#include <Xm/DrawingA.h>
 #include <Xm/ToggleB.h>
 
 #include <cstdlib>
@@ -14,6 +15,7 @@
 #include "toolkit/dialogs/dialog_model.h"
 #include "toolkit/dialogs/wdialog.h"
 #include "toolkit/dialogs/wgrid.h"
+#include "toolkit/graphics/graphics.h"
 #include "toolkit/messages/wmessage.h"
 #include "toolkit/x11/x11_dialog.h"
 #include "toolkit/x11/x11_dialog_units.h"
@@ -130,6 +132,37 @@ TEST_F(X11Dialogs, TypingAndClicksReachTheToolkit) {
   EXPECT_EQ(type, msg_field_changed);
   EXPECT_EQ(r.value2, 1071);
   wmessageenable(msg_field_changed, 0);
+}
+
+TEST_F(X11Dialogs, ColourBoxesShowWhatIsDrawnIntoThem) {
+  wdialogload(112);
+  wdialogshow(-1, -1, 0, 3);
+  settle();
+  // A box is coloured by clearing it with the background colour set to its colour.
+  const std::int32_t background = igrstate.irgb256[0];
+  igrselect(igr_field, 1222);
+  igrpalette(0, 0x0000ff);  // red
+  igrareaclear();
+  igrpalette(0, background);
+  igrselect(igr_window, 0);
+  x11_dialog_flush();
+  settle();
+  // The box of field 1222 sits at 20, 132 in dialog units.
+  Widget board = XtNameToWidget(x11_dialog_shell(112), "board");
+  WidgetList children = nullptr;
+  Cardinal n = 0;
+  XtVaGetValues(board, XmNchildren, &children, XmNnumChildren, &n, nullptr);
+  Widget box = nullptr;
+  for (Cardinal i = 0; i < n; ++i) {
+    Position x = 0, y = 0;
+    XtVaGetValues(children[i], XmNx, &x, XmNy, &y, nullptr);
+    if (XmIsDrawingArea(children[i]) && x == x11_dialog_x(20) && y == x11_dialog_y(132)) box = children[i];
+  }
+  ASSERT_NE(box, nullptr);
+  XImage* image = XGetImage(x11_display(), XtWindow(box), 3, 3, 1, 1, AllPlanes, ZPixmap);
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(XGetPixel(image, 0, 0) & 0xffffff, 0xff0000u) << "red in the screen's RGB order";
+  XDestroyImage(image);
 }
 
 }  // namespace
