@@ -302,7 +302,12 @@ Widget field_widget(int dialog, Widget board, const field_state_type& s, dialog_
     case field_trackbar: {
       Widget w = create(xmScaleWidgetClass, board, f, f.height);
       XtVaSetValues(w, XmNorientation, XmHORIZONTAL, XmNminimum, 0, XmNmaximum, 100, XmNshowValue, False,
-                    XmNeditable, f.kind == field_trackbar, XmNsliderVisual, XmFOREGROUND_COLOR, nullptr);
+                    XmNeditable, f.kind == field_trackbar, nullptr);
+      // A progress bar fills from the left up to its value.
+      if (f.kind == field_progress) {
+        XtVaSetValues(w, XmNslidingMode, XmTHERMOMETER, XmNsliderMark, XmNONE, XmNsliderVisual, XmFOREGROUND_COLOR,
+                      nullptr);
+      }
       return w;
     }
     case field_grid: return x11_grid_create(dialog, board, f);

@@ -62,6 +62,7 @@ TEST(DialogScale, QuarterOfTheAverageWidthAndAnEighthOfTheHeight) {
 TEST_F(X11Dialogs, EveryDialogComesUpAtItsSize) {
   for (int id : {101, 108, 110, 111, 112, 113, 114, 116, 117, 120, 121, 107}) {
     wdialogload(id);
+    if (id == 111) wdialogputinteger(1048, 40);  // the loading bar part way
     wdialogshow(-1, -1, 0, 2);
     settle();
     Widget shell = x11_dialog_shell(id);
