@@ -6,6 +6,7 @@
 #include "plot/draw_plot_pg.h"
 #include "plot/message_bar.h"
 #include "tests/plot/plot_fixture.h"
+#include "toolkit/core/werror.h"
 
 namespace {
 
@@ -172,6 +173,30 @@ TEST_F(PlotWindow, LevelRanges) {
     draw_once();
     EXPECT_FLOAT_EQ(qp::ZCOL[0], r.first) << r.ksigma << r.klevel;
     EXPECT_FLOAT_EQ(qp::ZCOL[1], r.second) << r.ksigma << r.klevel;
+  }
+}
+
+// A flat map: all levels equal, which the contour engine refuses with its
+// error 43, and the frame is drawn all the same. In sigma units with a sigma
+// of 0 the levels are not numbers; the picture still gets its frame.
+TEST_F(PlotWindow, FlatMapDrawsTheFrame) {
+  make_map({5.0f, 5.0f, 5.0f}, {90.0f, 90.0f, 90.0f}, {4, 4, 4}, [](int, int, int) { return 0.0f; });
+  qp::densigma = 0.0f;
+  for (bool sigma : {false, true}) {
+    for (int kind : {1, 2}) {
+      qp::ksigma = sigma;
+      qp::boton_tg = kind;
+      winfoerror(1);
+      draw_once();
+      const auto picture = last_picture();
+      const auto t = texts(picture);
+      EXPECT_EQ(std::count(t.begin(), t.end(), "x/a"), 1) << sigma << kind;
+      if (sigma) continue;
+      EXPECT_EQ(winfoerror(1), 43) << kind;
+      EXPECT_EQ(count(picture, recorded_kind::polyline, 197, 216) + count(picture, recorded_kind::polygon, 197, 216),
+                0u)
+          << kind;
+    }
   }
 }
 
