@@ -11,6 +11,7 @@
 #include "toolkit/x11/x11_message_box.h"
 #include "toolkit/x11/x11_modal.h"
 #include "toolkit/x11/x11_selector_list.h"
+#include "toolkit/x11/x11_strings.h"
 
 namespace {
 
@@ -60,23 +61,15 @@ struct selector_state {
   std::string path;  // what OK confirmed
 };
 
-std::string text_of(XmString s) {
-  char* text = nullptr;
-  if (s == nullptr || !XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text) || text == nullptr) return "";
-  std::string out = text;
-  XtFree(text);
-  return out;
-}
-
 // Lists the files of the directory that match the patterns of the Filter
 // field, separated by ";": Motif's own search knows only one pattern.
 // Order and hidden files follow the list's popup menu.
 void search_files(Widget fsb, XtPointer call) {
   auto* cb = static_cast<XmFileSelectionBoxCallbackStruct*>(call);
-  std::string directory = text_of(cb->dir);
+  std::string directory = x11_text(cb->dir);
   if (directory.empty()) directory = "./";
   std::vector<std::string> patterns;
-  for (const std::string& p : split(text_of(cb->pattern), ';')) {
+  for (const std::string& p : split(x11_text(cb->pattern), ';')) {
     if (!trimmed(p).empty()) patterns.push_back(trimmed(p));
   }
   if (patterns.empty()) patterns.push_back("*");
@@ -116,10 +109,7 @@ void pressed(Widget fsb, XtPointer data, XtPointer call) {
     state->answer = 2;
     return;
   }
-  XmString selection = nullptr;
-  XtVaGetValues(fsb, XmNtextString, &selection, nullptr);
-  const std::string path = trimmed(text_of(selection));
-  if (selection != nullptr) XmStringFree(selection);
+  const std::string path = trimmed(x11_widget_text(fsb, XmNtextString));
   if (!confirmed(path, state->save)) return;
   state->path = path;
   state->answer = 1;

@@ -3,6 +3,7 @@
 #include <Xm/SelectioB.h>
 
 #include "toolkit/x11/x11_modal.h"
+#include "toolkit/x11/x11_strings.h"
 
 std::optional<std::string> x11_prompt(const std::string& title, const std::string& label,
                                       const std::string& initial) {
@@ -23,16 +24,7 @@ std::optional<std::string> x11_prompt(const std::string& title, const std::strin
   const int answer = x11_run_modal(box);
 
   std::optional<std::string> typed;
-  if (answer == 1) {
-    XmString s = nullptr;
-    XtVaGetValues(box, XmNtextString, &s, nullptr);
-    char* text = nullptr;
-    if (s != nullptr && XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text) && text != nullptr) {
-      typed = std::string(text);
-      XtFree(text);
-    }
-    if (s != nullptr) XmStringFree(s);
-  }
+  if (answer == 1) typed = x11_widget_text(box, XmNtextString);
   XtDestroyWidget(XtParent(box));
   return typed;
 }

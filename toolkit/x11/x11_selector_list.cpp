@@ -17,6 +17,7 @@
 #include "toolkit/x11/x11_menubar.h"
 #include "toolkit/x11/x11_message_box.h"
 #include "toolkit/x11/x11_prompt.h"
+#include "toolkit/x11/x11_strings.h"
 
 namespace {
 
@@ -35,30 +36,11 @@ std::string extension_of(const std::string& name) {
   return dot == std::string::npos ? "" : name.substr(dot + 1);
 }
 
-std::string selected_path() {
-  XmString s = nullptr;
-  XtVaGetValues(listing.selector, XmNtextString, &s, nullptr);
-  char* text = nullptr;
-  std::string path;
-  if (s != nullptr && XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text) && text != nullptr) {
-    path = text;
-    XtFree(text);
-  }
-  if (s != nullptr) XmStringFree(s);
-  return path;
-}
+std::string selected_path() { return x11_widget_text(listing.selector, XmNtextString); }
 
 std::string current_directory() {
-  XmString s = nullptr;
-  XtVaGetValues(listing.selector, XmNdirectory, &s, nullptr);
-  char* text = nullptr;
-  std::string directory = "./";
-  if (s != nullptr && XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text) && text != nullptr) {
-    directory = text;
-    XtFree(text);
-  }
-  if (s != nullptr) XmStringFree(s);
-  return directory;
+  const std::string directory = x11_widget_text(listing.selector, XmNdirectory);
+  return directory.empty() ? "./" : directory;
 }
 
 bool is_file(const std::string& path) {

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "toolkit/x11/x11_strings.h"
+
 namespace {
 
 struct statusbar_type {
@@ -85,15 +87,7 @@ void x11_statusbar_text(int part, const std::string& text) {
 
 std::string x11_statusbar_read(int part) {
   if (part < 1 || part > static_cast<int>(statusbar.labels.size())) return "";
-  XmString s = nullptr;
-  XtVaGetValues(statusbar.labels[part - 1], XmNlabelString, &s, nullptr);
-  char* text = nullptr;
-  std::string shown;
-  if (s != nullptr && XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text) && text != nullptr) {
-    shown = text;
-    XtFree(text);
-  }
-  if (s != nullptr) XmStringFree(s);
+  const std::string shown = x11_widget_text(statusbar.labels[part - 1], XmNlabelString);
   // An empty part holds one blank to keep its height.
   return shown == " " ? "" : shown;
 }

@@ -9,18 +9,10 @@
 #include "toolkit/messages/window.h"
 #include "toolkit/messages/wmenu.h"
 #include "toolkit/x11/x11_face.h"
+#include "toolkit/x11/x11_strings.h"
 
 // The text a label or button shows.
-inline std::string label_of(Widget w) {
-  XmString s = nullptr;
-  XtVaGetValues(w, XmNlabelString, &s, nullptr);
-  char* text = nullptr;
-  XmStringGetLtoR(s, XmFONTLIST_DEFAULT_TAG, &text);
-  std::string out = text ? text : "";
-  XtFree(text);
-  XmStringFree(s);
-  return out;
-}
+inline std::string label_of(Widget w) { return x11_widget_text(w, XmNlabelString); }
 
 // Opens the display and the root window with the main menu, toolbar 30101 and
 // the three status parts; false when there is no display.

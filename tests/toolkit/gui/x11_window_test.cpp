@@ -153,12 +153,7 @@ TEST_F(X11Window, PlotToolbarsReplaceTheMainOnes) {
   EXPECT_TRUE(XmToggleButtonGetState(x11_toolbar_button(40072)));
   EXPECT_FALSE(XmToggleButtonGetState(x11_toolbar_button(40074)));
 
-  XmString tip = nullptr;
-  XtVaGetValues(x11_toolbar_button(40036), XmNtoolTipString, &tip, nullptr);
-  char* text = nullptr;
-  XmStringGetLtoR(tip, XmFONTLIST_DEFAULT_TAG, &text);
-  EXPECT_STREQ(text, "Actual Layer +1");
-  XtFree(text);
+  EXPECT_EQ(x11_widget_text(x11_toolbar_button(40036), XmNtoolTipString), "Actual Layer +1");
 
   // A click on a button delivers its id and leaves the check mark to the program.
   XtCallCallbacks(x11_toolbar_button(40074), XmNvalueChangedCallback, nullptr);
