@@ -485,9 +485,18 @@ void x11_dialog_field(int dialog, int field) {
 void x11_dialog_unload(int dialog) {
   const auto it = shown.find(dialog);
   if (it == shown.end()) return;
-  detach_boxes(it->second);
-  if (it->second.shell != nullptr) XtDestroyWidget(it->second.shell);
-  shown.erase(it);
+  // Forget the dialog and its pages before the widgets go, so that callbacks
+  // run by the destruction (a text field losing the focus) find nothing to show.
+  Widget shell = it->second.shell;
+  for (int id : yyloaded_dialogs()) {
+    const loaded_dialog_type* page = yyfind_dialog(id);
+    if (id != dialog && (page == nullptr || page->parent != dialog)) continue;
+    const auto entry = shown.find(id);
+    if (entry == shown.end()) continue;
+    detach_boxes(entry->second);
+    shown.erase(entry);
+  }
+  if (shell != nullptr) XtDestroyWidget(shell);
 }
 
 void x11_dialog_flush() {
