@@ -28,13 +28,15 @@ const char* fallback_resources[] = {
 
 bool x11_open_display(std::string& why) {
   if (display != nullptr) return true;
-  std::setlocale(LC_ALL, "");
+  // Texts follow the user's locale (UTF-8 labels such as "Range (Å)"), but
+  // numbers are read and written with a decimal point whatever it says.
   XtSetLanguageProc(nullptr, nullptr, nullptr);
   XtToolkitInitialize();
   app = XtCreateApplicationContext();
   XtAppSetFallbackResources(app, const_cast<String*>(fallback_resources));
   int argc = 0;
   display = XtOpenDisplay(app, nullptr, "quelmora", "Quelmora", nullptr, 0, &argc, nullptr);
+  std::setlocale(LC_NUMERIC, "C");
   if (display == nullptr) {
     XtDestroyApplicationContext(app);
     app = nullptr;
