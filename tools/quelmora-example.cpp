@@ -1,17 +1,16 @@
 // Writes the example map examples/nacl.bin: rock salt, F m -3 m, a = 5.64 A,
 // Na at 4a and Cl at 4b as Gaussian densities on a 48 x 48 x 48 grid, with
-// the full space group (48 point operations x 4 centrings). Everything is
-// computed the same way on every run, so the file is reproducible.
+// the full space group. Everything is computed the same way on every run, so
+// the file is reproducible.
 //
 //   quelmora-example [output.bin]
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <string>
-#include <vector>
 
+#include "crystal/vant_crystallographic_symmetry.h"
 #include "maps/binary_map.h"
 #include "state/quelmora_parametros.h"
 
@@ -22,88 +21,11 @@ namespace {
 constexpr float cell_a = 5.64f;
 constexpr std::int32_t grid = 48;
 
-// "x", "-y", "z+1/2", "-x+y"... one row of an operator in x,y,z form.
-std::string row_text(const std::array<std::int32_t, 3>& row, float t) {
-  static const char* axis = "xyz";
-  std::string s;
-  for (int j = 0; j < 3; ++j) {
-    if (row[j] == 0) continue;
-    if (row[j] < 0) s += '-';
-    else if (!s.empty()) s += '+';
-    s += axis[j];
-  }
-  if (t > 0.0f) s += "+1/2";
-  return s;
-}
-
-// The 48 operations of m-3m as signed permutation matrices: the 24
-// rotations (determinant +1) first, identity leading, then each of them
-// times the inversion, in the same order.
-std::vector<mat3i> point_operations() {
-  std::vector<mat3i> rotations;
-  std::array<int, 3> perm{0, 1, 2};
-  do {
-    for (int signs = 0; signs < 8; ++signs) {
-      mat3i m{};
-      for (int i = 0; i < 3; ++i) m[i][perm[i]] = (signs >> i & 1) ? -1 : 1;
-      const int det = m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) -
-                      m[0][1] * (m[1][0] * m[2][2] - m[1][2] * m[2][0]) +
-                      m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
-      if (det == 1) rotations.push_back(m);
-    }
-  } while (std::next_permutation(perm.begin(), perm.end()));
-  std::vector<mat3i> all = rotations;
-  for (const mat3i& r : rotations) {
-    mat3i m{};
-    for (int i = 0; i < 3; ++i)
-      for (int j = 0; j < 3; ++j) m[i][j] = -r[i][j];
-    all.push_back(m);
-  }
-  return all;
-}
-
-const std::array<vec3f, 4> centrings{{{0.0f, 0.0f, 0.0f}, {0.0f, 0.5f, 0.5f}, {0.5f, 0.0f, 0.5f}, {0.5f, 0.5f, 0.0f}}};
-
+// The group comes from the symmetry library, like every group the program
+// builds from a symbol: operators, centring, asymmetric unit and all the
+// Wyckoff positions of F m -3 m.
 void set_space_group() {
-  space_group_type& g = qp::grp_espacial;
-  g = space_group_type{};
-  g.numspg = 225;
-  g.spg_symb = "F m -3 m";
-  g.hall = "-F 4 2 3";
-  g.crystalsys = "Cubic";
-  g.laue = "m-3m";
-  g.pg = "m-3m";
-  g.spg_lat = "F";
-  g.spg_latsy = "cF";
-  g.num_lat = 4;
-  g.latt_trans.assign(centrings.begin(), centrings.end());
-  g.bravais = "Face-centred cubic";
-  g.centre = "Centrosymmetric, -1 at the origin";
-  g.centred = 2;
-  g.num_ops = 24;
-  g.num_gen = 3;
-  for (const vec3f& c : centrings)
-    for (const mat3i& m : point_operations()) {
-      std::string text;
-      for (int i = 0; i < 3; ++i) text += (i ? "," : "") + row_text(m[i], c[i]);
-      g.sym_op.push_back({m, c});
-      g.sym_op_symb.push_back(text);
-    }
-  g.multip = static_cast<std::int32_t>(g.sym_op.size());
-  g.r_asym_unit = {{{0.0f, 0.5f}, {0.0f, 0.25f}, {0.0f, 0.25f}}};
-  // The first three Wyckoff positions, each orbit taken modulo the centrings.
-  const struct {
-    const char* origin;
-    std::vector<const char*> orbit;
-  } positions[] = {{"0,0,0", {"0,0,0"}},
-                   {"1/2,1/2,1/2", {"1/2,1/2,1/2"}},
-                   {"1/4,1/4,1/4", {"1/4,1/4,1/4", "3/4,3/4,3/4"}}};
-  for (const auto& p : positions) {
-    wyck_pos_type& w = g.wyckoff.pos[static_cast<std::size_t>(g.wyckoff.count++)];
-    w.origin = p.origin;
-    w.orbit_count = static_cast<std::int32_t>(p.orbit.size());
-    std::copy(p.orbit.begin(), p.orbit.end(), w.orbit.begin());
-  }
+  set_spacegroup("F m -3 m", qp::grp_espacial);
 }
 
 void set_cell() {
@@ -139,12 +61,13 @@ void set_atoms() {
 }
 
 // Density at a fractional point: normalised Gaussians of every atom of the
-// cell (site plus centrings) and of their images in the neighbouring cells.
+// cell (site plus the centring vectors of the group) and of their images in
+// the neighbouring cells.
 double density_at(const vec3f& p) {
   double rho = 0.0;
   for (const species& s : structure) {
     const double norm = s.electrons / std::pow(2.0 * M_PI * s.sigma * s.sigma, 1.5);
-    for (const vec3f& c : centrings)
+    for (const vec3f& c : qp::grp_espacial.latt_trans)
       for (int i = -1; i <= 1; ++i)
         for (int j = -1; j <= 1; ++j)
           for (int k = -1; k <= 1; ++k) {

@@ -124,7 +124,7 @@ TEST(QuelmoraInfo, SummaryOfTheExample) {
   const run_result text = run(tools_dir + "quelmora-info " + example);
   EXPECT_EQ(text.status, 0);
   for (const char* line : {"Title:        NaCl rock salt", "Version:      04.06", "Space group:  225  F m -3 m",
-                           "Operators:    192 (reduced 24)", "Grid:         48 48 48", "  Cl1 ",
+                           "Operators:    192 (reduced 24)", "Wyckoff:      11 positions", "Grid:         48 48 48", "  Cl1 ",
                            "Volume:       179.4061", "Reciprocal:   0.177305 0.177305 0.177305  90.000 90.000 90.000"})
     EXPECT_NE(text.out.find(line), std::string::npos) << line;
   const run_result json = run(tools_dir + "quelmora-info --json " + example);
@@ -132,7 +132,7 @@ TEST(QuelmoraInfo, SummaryOfTheExample) {
   for (const char* key : {"\"title\": \"NaCl", "\"cell\": [5.63999987, 5.63999987, 5.63999987, 90, 90, 90]",
                           "\"ngrid\": [48, 48, 48]", "\"denmin\": ", "\"denmax\": ", "\"denave\": ",
                           "\"densigma\": ", "\"peaks\": []", "\"number\": 225", "\"hall\": \"-F 4 2 3\"",
-                          "\"operators\": [\"x,y,z\", \"-x,-y,z\"", "{\"label\": \"Na1\", \"symbol\": \"Na\", \"x\": 0,"})
+                          "\"operators\": [\"x,y,z\", \"-y,x,z\"", "{\"label\": \"Na1\", \"symbol\": \"Na\", \"x\": 0,"})
     EXPECT_NE(json.out.find(key), std::string::npos) << key;
 }
 
