@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "app/stand_ins.h"
+#include "app/quelmora_settings.h"
 #include "crystal/fixed_text.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/graphics/graphics.h"

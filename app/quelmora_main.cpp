@@ -5,6 +5,7 @@
 #include "app/menu_file.h"
 #include "app/menu_help.h"
 #include "app/quelmora_initialize.h"
+#include "app/quelmora_settings.h"
 #include "app/stand_ins.h"
 #include "crystal/fixed_text.h"
 #include "plot/menu_plot.h"

@@ -34,9 +34,6 @@ void menu_c_fourier() { note("menu_c_fourier"); }
 void menu_c_visual() { note("menu_c_visual"); }
 void asc2bin() { note("asc2bin"); }
 void map2bin() { note("map2bin"); }
-void load_settings_file(const std::string& variable) { note("load_settings_file " + variable); }
-void save_settings_file(const std::string& variable) { note("save_settings_file " + variable); }
-void directory_update(const std::string& mode) { note("directory_update " + mode); }
 void whelpfile1(const std::string& path) { note("whelpfile1 " + path); }
 
 const std::vector<std::string>& stand_in_calls() { return calls; }

@@ -12,8 +12,6 @@
 //   menu_c_fourier        the external Sintrel run (kfourier stays false)
 //   menu_c_visual         the listing window
 //   asc2bin, map2bin      the text map import
-//   load_settings_file, save_settings_file, directory_update
-//                         the settings and directory files
 //   whelpfile1            the help viewer of the toolkit
 #pragma once
 
@@ -38,9 +36,6 @@ void menu_c_fourier();
 void menu_c_visual();
 void asc2bin();
 void map2bin();
-void load_settings_file(const std::string& variable);
-void save_settings_file(const std::string& variable);
-void directory_update(const std::string& mode = "");
 void whelpfile1(const std::string& path);
 
 // The stand-ins called since the last clear, oldest first: the routine's

@@ -1,11 +1,15 @@
 // A clean start for the shell's tests: the headless face, a fresh toolkit, no
-// stand-in calls, and a scratch directory (made current) holding a copy of
-// the example map.
+// stand-in calls, a scratch directory (made current) holding a copy of the
+// example map, and a scratch home (HOME set to it, KELDRANE and QUELMORA
+// blank) so that no test reads or writes the user's settings.
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <fstream>
 #include <map>
 #include <string>
@@ -31,8 +35,29 @@ class Shell : public ::testing::Test {
     std::filesystem::create_directories(dir_);
     std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.bin", dir_ / "nacl.bin");
     iosdirchange(dir_.string());
+    home_ = std::filesystem::temp_directory_path() / ("quelmora_home_" + std::to_string(getpid()));
+    std::filesystem::remove_all(home_);
+    std::filesystem::create_directories(home_);
+    for (auto& [name, value] : saved_env_) {
+      const char* old = std::getenv(name);
+      if (old) value = old;
+    }
+    set_env("HOME", home_.string());
+    set_env("KELDRANE", "");
+    set_env("QUELMORA", "");
   }
-  void TearDown() override { iosdirchange(start_dir_); }
+  void TearDown() override {
+    iosdirchange(start_dir_);
+    for (const auto& [name, value] : saved_env_) {
+      if (value)
+        setenv(name, value->c_str(), 1);
+      else
+        unsetenv(name);
+    }
+    std::filesystem::remove_all(home_);
+  }
+
+  static void set_env(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
 
   // An empty file of that name in the scratch directory.
   void touch(const std::string& name) {
@@ -48,7 +73,9 @@ class Shell : public ::testing::Test {
   }
 
   std::filesystem::path dir_;
+  std::filesystem::path home_;
   std::string start_dir_;
+  std::map<const char*, std::optional<std::string>> saved_env_{{"HOME", {}}, {"KELDRANE", {}}, {"QUELMORA", {}}};
 };
 
 // Menu states right after start without a file: only File New, Open, Print
