@@ -303,3 +303,32 @@ TEST_F(Settings, ClosingQuestionSavesChangedSettings) {
 }
 
 }  // namespace
+
+namespace {
+
+// The other platform keeps both files in the suite's folder, without the
+// browser lines; with no folder at all the settings go to the current one
+// and the directory file is left alone.
+TEST_F(Settings, OtherPlatformFolders) {
+  const auto suite = dir_ / "suite";
+  std::filesystem::create_directories(suite);
+  qp::var_system = "WIND";
+  set_env("KELDRANE", suite.string());
+  set_env("QUELMORA", suite.string());
+  save_settings_file("QUELMORA");
+  directory_update("w");
+  std::ifstream written(suite / "quelmora.set");
+  std::string line, last;
+  while (std::getline(written, line)) last = line;
+  EXPECT_EQ(last.substr(0, 5), "    0") << "the file ends with the level lines";
+  EXPECT_TRUE(std::filesystem::exists(suite / "quelmora.dir"));
+
+  set_env("KELDRANE", "");
+  set_env("QUELMORA", "");
+  save_settings_file("QUELMORA");
+  EXPECT_TRUE(std::filesystem::exists(dir_ / "quelmora.set"));
+  directory_update("write");
+  EXPECT_FALSE(std::filesystem::exists(dir_ / "quelmora.dir"));
+}
+
+}  // namespace
