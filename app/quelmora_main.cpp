@@ -4,6 +4,7 @@
 
 #include "app/menu_file.h"
 #include "app/menu_help.h"
+#include "app/quelmora_fourier.h"
 #include "app/quelmora_initialize.h"
 #include "app/quelmora_settings.h"
 #include "app/stand_ins.h"

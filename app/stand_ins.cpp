@@ -18,8 +18,6 @@ void gui_fourierdata(std::int32_t page) {
   qp::kcancel = true;
 }
 
-void lee_datos() { note("lee_datos"); }
-void fourier_filesave() { note("fourier_filesave"); }
 void menu_e_title() { note("menu_e_title"); }
 void menu_e_datafile() { note("menu_e_datafile"); }
 void menu_e_cell() { note("menu_e_cell"); }

@@ -5,8 +5,6 @@
 //
 //   routine               waits for
 //   gui_fourierdata       the input data dialog: cancels (kcancel = true)
-//   lee_datos             the control file reader
-//   fourier_filesave      the control file writer
 //   menu_e_* (nine)       the pages of the input data dialog
 //   menu_f_printfile      printing a text file
 //   menu_c_fourier        the external Sintrel run (kfourier stays false)
@@ -20,8 +18,6 @@
 #include <vector>
 
 void gui_fourierdata(std::int32_t page = 0);
-void lee_datos();
-void fourier_filesave();
 void menu_e_title();
 void menu_e_datafile();
 void menu_e_cell();
