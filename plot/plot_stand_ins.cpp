@@ -8,10 +8,6 @@ void note(const char* name) { calls.emplace_back(name); }
 
 }  // namespace
 
-void proc_levels() { note("proc_levels"); }
-void proc_limits() { note("proc_limits"); }
-void proc_simul() { note("proc_simul"); }
-void proc_summ() { note("proc_summ"); }
 void proc_iso() { note("proc_iso"); }
 void draw_isosurface() { note("draw_isosurface"); }
 void build_isosurface_mesh() { note("build_isosurface_mesh"); }

@@ -4,9 +4,6 @@
 // can be checked before the real handlers arrive.
 //
 //   routine                  waits for
-//   proc_levels              the levels dialog
-//   proc_limits, proc_simul, proc_summ
-//                            limits, run through the sections, sums of layers
 //   proc_iso, draw_isosurface, build_isosurface_mesh
 //                            the isosurface view
 //   proc_atoms, draw_atoms   the atoms overlay
@@ -20,10 +17,6 @@
 #include <string>
 #include <vector>
 
-void proc_levels();
-void proc_limits();
-void proc_simul();
-void proc_summ();
 void proc_iso();
 void draw_isosurface();
 void build_isosurface_mesh();

@@ -314,9 +314,9 @@ TEST_F(PlotWindow, CommandTable) {
     strings reached;
   };
   const row rows[] = {
-      {40002, {}},              {40003, {}},             {40004, {"proc_simul"}},  {40032, {"proc_atoms"}},
-      {40035, {"proc_limits"}}, {40038, {"proc_plane"}}, {40040, {"proc_print"}},  {40041, {"proc_wmf"}},
-      {40042, {"proc_ps"}},     {40043, {"proc_ascii"}}, {40047, {"proc_levels"}}, {40048, {"proc_summ"}},
+      {40002, {}},              {40003, {}},             {40032, {"proc_atoms"}},
+      {40038, {"proc_plane"}},  {40040, {"proc_print"}}, {40041, {"proc_wmf"}},
+      {40042, {"proc_ps"}},     {40043, {"proc_ascii"}},
       {40076, {"proc_iso"}},    {40026, {}},             {40007, {}},              {40001, {}},
       {40077, {}},
   };
