@@ -8,6 +8,8 @@
 
 namespace {
 
+using strings = std::vector<std::string>;
+
 float shown_real(int dialog, int field) {
   float v = 0.0f;
   wdialogselect(dialog);
@@ -54,23 +56,49 @@ TEST_F(PlotWindow, LevelsInSigmaUnits) {
   EXPECT_FLOAT_EQ(qp::dens_max_show, 2.0f * sigma);
 }
 
-// A fixed range is what the dialog shows; Cancel after a change of unit
-// gives back the unit and the range.
-TEST_F(PlotWindow, LevelsCancelKeepsTheFixedRange) {
+// The dialog shows a fixed range, else the map's; Cancel after a change of
+// unit gives back the unit, the count and the range.
+TEST_F(PlotWindow, LevelsCancelRestores) {
   load_nacl();
-  qp::klevel = 1;
-  qp::den_min_show = -1.0f;
-  qp::den_max_show = 3.0f;
-  run_levels([] {
-    headless::queue_look([] { EXPECT_FLOAT_EQ(shown_real(114, 1089), -1.0f); });
-    headless::choose_radio(114, 1180);
-    headless::type_text(114, 1088, "7");
-    headless::press(114, 2);
-  });
-  EXPECT_FALSE(qp::ksigma);
-  EXPECT_EQ(qp::n_contour, 20);
-  EXPECT_FLOAT_EQ(qp::den_min_show, -1.0f);
-  EXPECT_FLOAT_EQ(qp::den_max_show, 3.0f);
+  const float map_min = *std::min_element(qp::rhonew.data(), qp::rhonew.data() + qp::rhonew.size());
+  for (int fixed : {1, 0}) {
+    qp::klevel = fixed;
+    qp::den_min_show = -1.0f;
+    qp::den_max_show = 3.0f;
+    run_levels([&] {
+      headless::queue_look([&] { EXPECT_NEAR(shown_real(114, 1089), fixed ? -1.0f : map_min, 1e-6f); });
+      headless::choose_radio(114, 1180);
+      headless::type_text(114, 1088, "7");
+      headless::press(114, 2);
+    });
+    EXPECT_FALSE(qp::ksigma);
+    EXPECT_EQ(qp::klevel, fixed);
+    EXPECT_EQ(qp::n_contour, 20);
+    EXPECT_FLOAT_EQ(qp::den_min_show, -1.0f);
+    EXPECT_FLOAT_EQ(qp::den_max_show, 3.0f);
+  }
+}
+
+// With the isosurface view the level is asked for alone; only a new value
+// rebuilds the mesh.
+TEST_F(PlotWindow, IsosurfaceLevel) {
+  load_nacl();
+  qp::boton_tg = 4;
+  qp::isolev = 1.5f;
+  const struct {
+    const char* typed;
+    float isolev;
+    strings calls;
+  } rows[] = {{"1.5", 1.5f, {}}, {"2.0", 2.0f, {"build_isosurface_mesh", "draw_isosurface"}}};
+  for (const auto& r : rows) {
+    run_levels([&] {
+      headless::queue_look([] { clear_plot_stand_in_calls(); });
+      headless::type_text(120, 1256, r.typed);
+      headless::press(120, 1);
+      headless::queue_look([&] { EXPECT_EQ(plot_stand_in_calls(), r.calls) << r.typed; });
+    });
+    EXPECT_FLOAT_EQ(qp::isolev, r.isolev);
+  }
 }
 
 // A colour set refills palette slots 197 to 216 and leaves level_lines.

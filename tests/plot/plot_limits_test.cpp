@@ -86,7 +86,7 @@ TEST_F(PlotWindow, SumRanges) {
 }
 
 // The run draws every section of the stepping axis, stays on the last and
-// ends a sum.
+// ends a sum; through an oriented section it draws 21 planes and keeps zt.
 TEST_F(PlotWindow, RunThroughTheSections) {
   load_nacl();
   qp::boton_add = true;
@@ -94,4 +94,13 @@ TEST_F(PlotWindow, RunThroughTheSections) {
   EXPECT_EQ(pictures_shown(), static_cast<std::size_t>(qp::ngrid[2] + 2));
   EXPECT_EQ(qp::seccion[2], qp::ngrid[2] + 1);
   EXPECT_FALSE(qp::boton_add);
+
+  fresh_screen();
+  qp::plane_def = true;
+  qp::zt = 0.3f;
+  qp::xl1 = qp::yl1 = -2.0f;
+  qp::xl2 = qp::yl2 = 2.0f;
+  run_command(40004, [] {});
+  EXPECT_EQ(pictures_shown(), 22u);
+  EXPECT_FLOAT_EQ(qp::zt, 0.3f);
 }
