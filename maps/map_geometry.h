@@ -42,6 +42,50 @@ inline bool shape_is(const farray3<float>& a, std::int32_t n1, std::int32_t n2, 
   return a.allocated() && a.extent(1) == n1 && a.extent(2) == n2 && a.extent(3) == n3;
 }
 
+// The two grid planes of rho around a coordinate along one axis, and the
+// weight of the second one.
+struct axis_cell {
+  std::int32_t i1 = 1, i2 = 1;
+  float t = 0.0f;
+};
+
+// Walks the n grid steps of size d = 1/n from the origin and stops at the
+// first that holds c. The grid of rho is taken to cover the whole cell at
+// that step, whatever the step of the box. A c beyond the last step (by
+// rounding, or beyond the one period a fold handles) runs off the walk:
+// both corners then come out as plane 1.
+inline axis_cell locate_on_axis(float c, std::int32_t n, float d) {
+  std::int32_t ii = n + 1;
+  for (std::int32_t k = 1; k <= n; ++k) {
+    const float lo = static_cast<float>(k - 1) * d;
+    const float hi = static_cast<float>(k) * d;
+    if (near(lo, c) || (c > lo && !(hi < c))) {
+      ii = k;
+      break;
+    }
+  }
+  axis_cell cell;
+  cell.i1 = wrap_index(ii, n);
+  cell.i2 = wrap_index(ii + 1, n);
+  cell.t = snap_zero((c - static_cast<float>(cell.i1 - 1) * d) * static_cast<float>(n));
+  return cell;
+}
+
+// The bilinear values over the lower (z.i1) and the upper (z.i2) plane of
+// the grid cell given by x, y, z; each caller weighs the two by z.t.
+struct layer_pair {
+  float lower, upper;
+};
+inline layer_pair layer_values(const farray3<float>& rho, const axis_cell& x, const axis_cell& y,
+                               const axis_cell& z) {
+  const float tx = x.t, ty = y.t;
+  auto plane = [&](std::int32_t k) {
+    return (1.0f - ty) * (1.0f - tx) * rho(x.i1, y.i1, k) + (1.0f - ty) * tx * rho(x.i2, y.i1, k) +
+           tx * ty * rho(x.i2, y.i2, k) + (1.0f - tx) * ty * rho(x.i1, y.i2, k);
+  };
+  return {plane(z.i1), plane(z.i2)};
+}
+
 // m . v, each result of absolute value 0.0001 or less set to 0.
 inline vec3f times(const mat3f& m, const vec3f& v) {
   vec3f out{};

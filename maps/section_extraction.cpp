@@ -25,35 +25,6 @@ float fold_into_cell(float c) {
   return c;
 }
 
-// The two grid planes of rho around a coordinate along one axis, and the
-// weight of the second one.
-struct axis_cell {
-  std::int32_t i1 = 1, i2 = 1;
-  float t = 0.0f;
-};
-
-// Walks the n grid steps of size d = 1/n from the origin and stops at the
-// first that holds c. The grid of rho is taken to cover the whole cell at
-// that step, whatever the step of the box. A c beyond the last step (by
-// rounding, or beyond the one period the fold handles) runs off the walk:
-// both corners then come out as plane 1.
-axis_cell locate_on_axis(float c, std::int32_t n, float d) {
-  std::int32_t ii = n + 1;
-  for (std::int32_t k = 1; k <= n; ++k) {
-    const float lo = static_cast<float>(k - 1) * d;
-    const float hi = static_cast<float>(k) * d;
-    if (near(lo, c) || (c > lo && !(hi < c))) {
-      ii = k;
-      break;
-    }
-  }
-  axis_cell cell;
-  cell.i1 = wrap_index(ii, n);
-  cell.i2 = wrap_index(ii + 1, n);
-  cell.t = snap_zero((c - static_cast<float>(cell.i1 - 1) * d) * static_cast<float>(n));
-  return cell;
-}
-
 // The cells of the n+1 positions (i-1) * inc + first along one axis. The
 // walk depends on the axis alone, so it runs once per position of the axis
 // rather than once per point of the grid; the cells are the same.
@@ -93,16 +64,8 @@ void resample_box(std::int32_t nx, std::int32_t ny, std::int32_t nz) {
       const axis_cell& y = cy[static_cast<std::size_t>(j - 1)];
       for (std::int32_t i = 1; i <= nx + 1; ++i) {
         const axis_cell& x = cx[static_cast<std::size_t>(i - 1)];
-        const float tx = x.t, ty = y.t, tz = z.t;
-        const float c0 = (1.0f - ty) * (1.0f - tx) * qp::rho(x.i1, y.i1, z.i1) +
-                         (1.0f - ty) * tx * qp::rho(x.i2, y.i1, z.i1) +
-                         tx * ty * qp::rho(x.i2, y.i2, z.i1) +
-                         (1.0f - tx) * ty * qp::rho(x.i1, y.i2, z.i1);
-        const float c1 = (1.0f - ty) * (1.0f - tx) * qp::rho(x.i1, y.i1, z.i2) +
-                         (1.0f - ty) * tx * qp::rho(x.i2, y.i1, z.i2) +
-                         tx * ty * qp::rho(x.i2, y.i2, z.i2) +
-                         (1.0f - tx) * ty * qp::rho(x.i1, y.i2, z.i2);
-        qp::rhonew(i, j, k) = c0 + (c1 - c0) * tz;
+        const auto [c0, c1] = layer_values(qp::rho, x, y, z);
+        qp::rhonew(i, j, k) = c0 + (c1 - c0) * z.t;
       }
     }
   }

@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "maps/oriented_section.h"
 #include "maps/section_extraction.h"
 #include "maps/section_families.h"
 #include "plot/message_bar.h"

@@ -7,6 +7,8 @@
 
 #include "crystal/fixed_text.h"
 #include "plot/draw_plot_pg.h"
+#include "plot/mouse_probe.h"
+#include "plot/plane_dialog.h"
 #include "plot/plot_levels.h"
 #include "plot/plot_limits.h"
 #include "plot/plot_stand_ins.h"

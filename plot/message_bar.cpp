@@ -51,14 +51,18 @@ std::string message_bar_line() {
     line = " Add Layers " + axis + " " + std::string(10, ' ') + format_fixed(qp::view_layers[0], 7, 4) + " <->" +
            format_fixed(qp::view_layers[1], 7, 4);
   } else {
-    const float inc[] = {qp::xinc, qp::yinc, qp::zinc};
-    const float low[] = {qp::xlim[0], qp::ylim[0], qp::zlim[0]};
-    const std::int32_t s = qp::seccion[w];
-    line = " Layer " + axis + ": " + format_integer(s, 3) + "/" + format_integer(qp::ngrid[w] + 1, 3) +
-           std::string(10, ' ') + " " + axis + ": " +
-           format_fixed(static_cast<float>(s - 1) * inc[w] + low[w], 7, 4);
+    line = " Layer " + axis + ": " + format_integer(qp::seccion[w], 3) + "/" +
+           format_integer(qp::ngrid[w] + 1, 3) + std::string(10, ' ') + " " + axis + ": " +
+           format_fixed(present_section_height(section_family(qp::imap)), 7, 4);
   }
   return fixed_text::assigned(line, line_length);
+}
+
+float present_section_height(const section_family_type& f) {
+  const std::size_t w = static_cast<std::size_t>(f.w - 1);
+  const float inc[] = {qp::xinc, qp::yinc, qp::zinc};
+  const float low[] = {qp::xlim[0], qp::ylim[0], qp::zlim[0]};
+  return static_cast<float>(qp::seccion[w] - 1) * inc[w] + low[w];
 }
 
 void show_message_bar() { windowoutstatusbar(1, message_bar_line()); }

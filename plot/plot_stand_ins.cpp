@@ -13,9 +13,6 @@ void draw_isosurface() { note("draw_isosurface"); }
 void build_isosurface_mesh() { note("build_isosurface_mesh"); }
 void proc_atoms() { note("proc_atoms"); }
 void draw_atoms() { note("draw_atoms"); }
-void proc_mousemove() { note("proc_mousemove"); }
-void proc_plane() { note("proc_plane"); }
-void oriented_section() { note("oriented_section"); }
 void proc_print() { note("proc_print"); }
 void proc_wmf() { note("proc_wmf"); }
 void proc_ps() { note("proc_ps"); }

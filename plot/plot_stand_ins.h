@@ -7,8 +7,6 @@
 //   proc_iso, draw_isosurface, build_isosurface_mesh
 //                            the isosurface view
 //   proc_atoms, draw_atoms   the atoms overlay
-//   proc_mousemove, proc_plane, oriented_section
-//                            mouse probing and oriented sections
 //   proc_print, proc_wmf, proc_ps, proc_ascii, plot_legends
 //                            plot output and the legend
 //   draw_surface_pg          the surface plot's body and its three scales
@@ -22,9 +20,6 @@ void draw_isosurface();
 void build_isosurface_mesh();
 void proc_atoms();
 void draw_atoms();
-void proc_mousemove();
-void proc_plane();
-void oriented_section();
 void proc_print();
 void proc_wmf();
 void proc_ps();

@@ -118,6 +118,8 @@ inline std::int32_t iedit = 0, iplot = 0, isave = 0, iprintfile = 0, ifourier = 
 // its height along the plane's normal.
 inline float plane_a = 0.0f, plane_b = 0.0f, plane_c = 0.0f, plane_d = 0.0f;
 inline float zt = 0.0f;
+// Polar angle and azimuth of the plane's normal, in degrees.
+inline float theta = 0.0f, phi = 0.0f;
 // Sums of sections: two ranges along the section axis (xd_add[m][0..1] is
 // range m+1) and the limits as the user typed them.
 inline std::array<std::array<float, 2>, 2> xd_add{};
