@@ -96,6 +96,17 @@ TEST_F(OrientedSection, WindowOfNoWidthStepsByOneAngstrom) {
   EXPECT_NEAR(qp::dmap(1, 3), 6.0f, 1e-4f);
 }
 
+// A point a hair below the cell's end stays in the last step, between
+// plane 10 and plane 1, rather than folding onto the origin.
+TEST_F(OrientedSection, PointJustBelowTheCellEnd) {
+  qp::xl1 = qp::xl2 = 9.9995f;
+  qp::yl1 = qp::yl2 = 0.0f;
+  qp::zt = 0.0f;
+  oriented_section();
+  // y and z give 1 each; along x, plane 10 weighs 0.0005 and plane 1 0.9995.
+  EXPECT_NEAR(qp::dmap(1, 1), 2.0f + 0.0005f * 10.0f + 0.9995f * 1.0f, 2e-3f);
+}
+
 // Thick sections add their layers: none apart gives one layer, 0.5 A each
 // side gives eleven, whose values sum to 11 times the middle one here.
 TEST_F(OrientedSection, LayersAreSummed) {
