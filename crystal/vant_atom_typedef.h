@@ -63,3 +63,14 @@ void write_bin_atom_list(const atom_list_type& list, std::ostream& out);
 void allocate_atom_list(std::int32_t n, atom_list_type& list);
 // Releases the atoms of the list; the count stays as it was.
 void deallocate_atom_list(atom_list_type& list);
+
+struct space_group_type;
+
+// Expands the active atoms of a to every position the operators of spg give
+// in the cell, into c. With conven the operators tried are all multip of the
+// conventional cell, else the num_ops of the reduced set (doubled for a
+// centrosymmetric group). A copy landing on a known position adds the source
+// occupancy to it, so special positions keep one entry with a grown occ. New
+// positions are labelled "<lab>_<m>".
+void atlist1_extencell_atlist2(const space_group_type& spg, const atom_list_type& a, atom_list_type& c,
+                               bool conven);
