@@ -11,6 +11,7 @@
 #include "toolkit/plots/plot_setup.h"
 #include "toolkit/plots/plot_state.h"
 #include "toolkit/plots/plot_style_save.h"
+#include "toolkit/plots/surface_frame.h"
 
 namespace {
 
@@ -76,6 +77,10 @@ void ipgborder() {
 
 void ipgaxes(std::optional<float> xcross, std::optional<float> ycross) {
   const auto& s = ipgstate;
+  if (s.laydim == 1) {
+    yypgbox3();
+    return;
+  }
   float cx = xcross.value_or(s.xplow), cy = ycross.value_or(s.yplow);
   if (cx < s.xplow || cx > s.xphigh || cy < s.yplow || cy > s.yphigh) {
     cx = s.xplow;
@@ -89,11 +94,19 @@ void ipgaxes(std::optional<float> xcross, std::optional<float> ycross) {
 }
 
 void ipgxlabel(std::string_view text, std::string_view options) {
+  if (ipgstate.laydim == 1) {
+    yypglabel3(0, text);
+    return;
+  }
   const plot_frame_box b = plot_box();
   draw_across(text, options, true, b.bottom - igrstate.ymin, ipgstate.rlabpos[0]);
 }
 
 void ipgylabelleft(std::string_view text, std::string_view options) {
+  if (ipgstate.laydim == 1) {
+    yypglabel3(1, text);
+    return;
+  }
   const std::string shown = yytrim(text);
   if (shown.empty()) return;
   const graphics_style_type saved = yypgsaverestore();
@@ -123,4 +136,8 @@ void ipgylabelleft(std::string_view text, std::string_view options) {
 void ipgtitle(std::string_view text, std::string_view options) {
   const plot_frame_box b = plot_box();
   draw_across(text, options, false, igrstate.ymax - b.top, ipgstate.titpos);
+}
+
+void ipgzlabelleft(std::string_view text, std::string_view) {
+  if (ipgstate.laydim == 1) yypglabel3(2, text);
 }

@@ -11,6 +11,7 @@
 #include "toolkit/plots/plot_setup.h"
 #include "toolkit/plots/plot_state.h"
 #include "toolkit/plots/plot_style_save.h"
+#include "toolkit/plots/surface_frame.h"
 
 namespace {
 
@@ -18,21 +19,6 @@ bool has(std::string_view options, char letter) {
   for (char c : options)
     if (c == letter || c == letter + ('a' - 'A')) return true;
   return false;
-}
-
-// Tick values of an axis running between low and high: the user's values
-// that lie in the range, or the automatic ones.
-std::vector<float> tick_values(const scale_ticks& ticks, const std::vector<float>& user, int user_count,
-                               float low, float high) {
-  std::vector<float> values;
-  if (user_count > 0) {
-    const float tolerance = (high - low) / 100000;
-    for (int k = 0; k < user_count && k < static_cast<int>(user.size()); ++k)
-      if (user[k] >= low - tolerance && user[k] <= high + tolerance) values.push_back(user[k]);
-    return values;
-  }
-  for (int k = 0; k < ticks.count; ++k) values.push_back(ticks.first + static_cast<float>(k) * ticks.step);
-  return values;
 }
 
 // Where a tick runs from the edge: outward by default, inward with "I",
@@ -46,21 +32,23 @@ void tick_extent(std::string_view options, float length, float& outward, float& 
 // below) or 1 (y, along the left edge, numbers ending left of the ticks).
 void draw_scale(int axis, std::string_view options) {
   const auto& s = ipgstate;
-  if (s.laydim == 1 || (!has(options, 'T') && !has(options, 'N'))) return;
+  if (!has(options, 'T') && !has(options, 'N')) return;
+  if (s.laydim == 1) {
+    yypgscale3(axis, options);
+    return;
+  }
   const bool is_x = axis == 0;
   const graphics_style_type saved = yypgsaverestore();
   const plot_frame_box box = plot_box();
-  const float low = is_x ? s.xplow : s.yplow;
-  const float high = is_x ? s.xphigh : s.yphigh;
-  const scale_ticks ticks = yypgautoscale(low, high);
+  scale_ticks ticks;
+  const std::vector<float> values = yypgscalevalues(axis, ticks);
   const float across = is_x ? box.top - box.bottom : box.right - box.left;
   float outward = 0, inward = 0;
   tick_extent(options, across * static_cast<float>(s.nresn[axis]) * s.ticklen[axis] / 80, outward, inward);
   const float gap = is_x ? (s.rscpos[0] + 0.5f) * text_height_in_y_units()
                          : 0.5f * s.rscpos[1] * text_width_in_x_units();
   wgrtextorientation(is_x ? 1 : 2, s.strangle[axis]);
-  const auto& user = is_x ? s.userscalex : s.userscaley;
-  for (float v : tick_values(ticks, user, s.iuslen[axis], low, high)) {
+  for (float v : values) {
     float gx = 0, gy = 0;
     ipgunitstogrunits(is_x ? v : s.xplow, is_x ? s.yplow : v, gx, gy);
     const std::string text = yypgrealtostring(v, ticks.exponent);
@@ -76,6 +64,24 @@ void draw_scale(int axis, std::string_view options) {
 }
 
 }  // namespace
+
+std::vector<float> yypgscalevalues(int axis, scale_ticks& ticks) {
+  const auto& s = ipgstate;
+  const float low = axis == 0 ? s.xplow : axis == 1 ? s.yplow : s.zpmin;
+  const float high = axis == 0 ? s.xphigh : axis == 1 ? s.yphigh : s.zpmax;
+  ticks = yypgautoscale(low, high, axis == 2);
+  std::vector<float> values;
+  const int user_count = axis == 2 ? 0 : s.iuslen[axis];
+  if (user_count > 0) {
+    const auto& user = axis == 0 ? s.userscalex : s.userscaley;
+    const float tolerance = (high - low) / 100000;
+    for (int k = 0; k < user_count && k < static_cast<int>(user.size()); ++k)
+      if (user[k] >= low - tolerance && user[k] <= high + tolerance) values.push_back(user[k]);
+    return values;
+  }
+  for (int k = 0; k < ticks.count; ++k) values.push_back(ticks.first + static_cast<float>(k) * ticks.step);
+  return values;
+}
 
 scale_ticks yypgautoscale(float low, float high, bool z_axis) {
   scale_ticks t;
@@ -135,3 +141,7 @@ std::string yypgrealtostring(float value, int exponent) {
 void ipgxscale(std::string_view options) { draw_scale(0, options); }
 
 void ipgyscaleleft(std::string_view options) { draw_scale(1, options); }
+
+void ipgzscale(std::string_view options) {
+  if (ipgstate.laydim == 1 && (has(options, 'T') || has(options, 'N'))) yypgscale3(2, options);
+}

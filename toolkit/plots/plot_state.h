@@ -57,8 +57,13 @@ struct ipg_state_type {
   std::array<bool, 3> bmissing = {false, false, false};
   float rmissing = 0;
 
-  // View of a three-dimensional layout, kept here for the surface routines.
-  float rota3d = 0, elev3d = 0, z2d3d = 0;
+  // View of a three-dimensional layout: rotation in degrees, elevation as a
+  // fraction of 45 degrees, and the cosines of rotation -45 and +45 degrees.
+  float rota3d = 0, elev3d = 0.5f, z2d3d = 0;
+  float cosr3d1 = 0.70710677f, cosr3d2 = 0.70710677f;
+  // Grid lines over a surface: colour (-3 black, -1 none), directions
+  // (1 along x, 2 along y, 3 both) and every how many lines one is drawn.
+  int igrcol = -3, igrdir = 3, igrtran = 1, igrxfreq = 1, igryfreq = 1;
 };
 
 extern ipg_state_type ipgstate;
