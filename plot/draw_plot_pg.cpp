@@ -286,7 +286,7 @@ void draw_plot_pg() {
     wgrtextfont(101, 0, 0.011f, 0.033f);
     draw_section_frame(skewed);
   } else {
-    draw_surface_pg();
+    draw_surface_pg(low, high, n);
   }
 
   // 15 to 18. Fill back to outlines, the legend, one copy to the window, the state line.

@@ -11,6 +11,11 @@
 // ZCOL, EDGE and dmap, and ends by writing the state line.
 void draw_plot_pg();
 
+// Body and frame of the surface kind, after the plot is opened: the
+// section transposed and raised between the level range low..high in its
+// box, the n levels ZCOL as colour bands, scales and axis labels.
+void draw_surface_pg(float low, float high, std::int32_t n);
+
 // The frame of a skewed or oriented section: the four corners of `edge`
 // (plot units, x, y pairs) joined, with 11 ticks along each of the two sides
 // that start at the first corner.

@@ -18,7 +18,6 @@ void proc_wmf() { note("proc_wmf"); }
 void proc_ps() { note("proc_ps"); }
 void proc_ascii() { note("proc_ascii"); }
 void plot_legends() { note("plot_legends"); }
-void draw_surface_pg() { note("draw_surface_pg"); }
 
 const std::vector<std::string>& plot_stand_in_calls() { return calls; }
 void clear_plot_stand_in_calls() { calls.clear(); }

@@ -9,7 +9,6 @@
 //   proc_atoms, draw_atoms   the atoms overlay
 //   proc_print, proc_wmf, proc_ps, proc_ascii, plot_legends
 //                            plot output and the legend
-//   draw_surface_pg          the surface plot's body and its three scales
 #pragma once
 
 #include <string>
@@ -25,7 +24,6 @@ void proc_wmf();
 void proc_ps();
 void proc_ascii();
 void plot_legends();
-void draw_surface_pg();
 
 // The stand-ins called since the last clear, oldest first.
 const std::vector<std::string>& plot_stand_in_calls();

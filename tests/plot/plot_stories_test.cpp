@@ -183,8 +183,19 @@ TEST_F(PlotWindow, KindsSwitchAndASecondChoiceDrawsNothing) {
   headless::queue_menu(40074);
   headless::queue_look([&] { EXPECT_EQ(pictures_shown(), before + 1); });
   headless::queue_menu(40075);  // surface: the mouse turns it
-  headless::queue_look([] {
+  headless::queue_look([&] {
     EXPECT_EQ(qp::boton_tg, 3);
+    const auto picture = last_picture();
+    // One tile a grid cell in the level colours, each outlined; the box; the
+    // scales with the density numbers in their own colour; the axis names
+    // swapped, as the surface runs v across and u in depth.
+    EXPECT_EQ(count(picture, recorded_kind::polygon, 197, 216), 48u * 48u);
+    EXPECT_EQ(count(picture, recorded_kind::polyline, -1, -1), 48u * 48u);  // black by value
+    EXPECT_GE(count(picture, recorded_kind::polyline, 0, 255), 4u);
+    EXPECT_GT(count(picture, recorded_kind::text, 60, 60), 3u);
+    EXPECT_TRUE(has_text(picture, "Density"));
+    EXPECT_TRUE(has_text(picture, "y/b"));
+    EXPECT_TRUE(has_text(picture, "x/a"));
     EXPECT_EQ(wmenugetstate(40030, 1), 0);
     EXPECT_TRUE(message_enabled(msg_mouse_move));
     EXPECT_TRUE(message_enabled(msg_mouse_up));
@@ -198,7 +209,7 @@ TEST_F(PlotWindow, KindsSwitchAndASecondChoiceDrawsNothing) {
   });
   headless::queue_menu(40033);
   menu_plotting();
-  EXPECT_EQ(plot_stand_in_calls(), strings{"draw_surface_pg"});
+  EXPECT_EQ(plot_stand_in_calls(), strings{});
 }
 
 TEST_F(PlotWindow, ClearGoesBackToTheFirstZSectionAndTheWholeCell) {
