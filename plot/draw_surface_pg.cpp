@@ -56,6 +56,7 @@ void draw_surface_pg(float low, float high, std::int32_t n) {
   ipgunitsz(low, high);
   ipgelevation(qp::angleele_pg3d);
   ipgrotation(qp::anglerot_pg3d);
+  igrcolourn(foreground);
   ipgaxes();
   const std::span<const float> grid(qp::dmap2.data(), qp::dmap2.size());
   ipgsurf3datacont(grid, qp::NVALUE[1], qp::NVALUE[0],

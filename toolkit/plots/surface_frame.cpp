@@ -183,7 +183,9 @@ void yypglabel3(int axis, std::string_view text) {
   const graphics_style_type saved = yypgsaverestore();
   const surface_projection p = yypg3dxy();
   const scale_edge e = edge_of(axis, p);
-  const float clearance = tick_pixels(axis) + (1.5f + 2 * s.rlabpos[static_cast<std::size_t>(axis)]) * char_height_pixels();
+  // Beyond the numbers, which stand up to three characters out from the ticks.
+  const float clearance =
+      tick_pixels(axis) + (3.5f + 2 * s.rlabpos[static_cast<std::size_t>(axis)]) * char_height_pixels();
   point a{}, b{};
   if (axis == 2) {
     a = at(p, e.start, s.zpmin);
@@ -197,8 +199,7 @@ void yypglabel3(int axis, std::string_view text) {
   if (angle > 90) angle -= 180;
   if (angle < -90) angle += 180;
   const point mid{(a.x + b.x) / 2, (a.y + b.y) / 2};
-  const float extra = axis == 2 ? 3 * char_height_pixels() : 0;  // room for the z numbers
-  const point at_label = moved(mid, e.outward.x, e.outward.y, clearance + extra);
+  const point at_label = moved(mid, e.outward.x, e.outward.y, clearance);
   wgrtextorientation(1, angle);
   wgrtextstring(at_label.x, at_label.y, shown);
   yypgsaverestore(saved);

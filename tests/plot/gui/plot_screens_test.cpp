@@ -168,3 +168,24 @@ INSTANTIATE_TEST_SUITE_P(KindsAndDirections, PlotScreens,
                          });
 
 }  // namespace
+
+namespace {
+
+// The surface of the first z layer as the plot window shows it first (from
+// rotation -90, elevation 22.5): Cl's peaks reach the top band, the white
+// box and scales stand around it, and the density numbers are drawn.
+TEST(PlotSurfaceScreen, PeaksRiseInTheTopBandInsideTheBox) {
+  if (!open_program_window()) GTEST_SKIP() << "no X display";
+  PlotWindow::load_nacl();
+  const screen_image s = draw_example(3, 1);
+  ASSERT_TRUE(s.image);
+  const auto shots = std::filesystem::path(QUELMORA_BINARY_DIR) / "plot_screens";
+  std::filesystem::create_directories(shots);
+  s.write_ppm(shots / "nacl_kind3_direction1.ppm");
+  const int half = std::min(s.width, s.height) / 2;
+  EXPECT_GT(s.count_near(s.width / 2, s.height / 2, half - 1, level_colour(20)), 0);
+  EXPECT_GT(s.count_near(s.width / 2, s.height / 2, half - 1, level_colour(1)), 0);
+  EXPECT_GT(s.count_near(s.width / 2, s.height / 2, half - 1, rgb{255, 255, 255}), 100);
+}
+
+}  // namespace
