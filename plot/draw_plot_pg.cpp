@@ -9,6 +9,7 @@
 #include "maps/oriented_section.h"
 #include "maps/section_extraction.h"
 #include "maps/section_families.h"
+#include "plot/atoms_overlay.h"
 #include "plot/message_bar.h"
 #include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"

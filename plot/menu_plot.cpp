@@ -6,6 +6,7 @@
 #include <string>
 
 #include "crystal/fixed_text.h"
+#include "plot/atoms_overlay.h"
 #include "plot/draw_plot_pg.h"
 #include "plot/mouse_probe.h"
 #include "plot/plane_dialog.h"

@@ -11,8 +11,6 @@ void note(const char* name) { calls.emplace_back(name); }
 void proc_iso() { note("proc_iso"); }
 void draw_isosurface() { note("draw_isosurface"); }
 void build_isosurface_mesh() { note("build_isosurface_mesh"); }
-void proc_atoms() { note("proc_atoms"); }
-void draw_atoms() { note("draw_atoms"); }
 void proc_print() { note("proc_print"); }
 void proc_wmf() { note("proc_wmf"); }
 void proc_ps() { note("proc_ps"); }

@@ -6,7 +6,6 @@
 //   routine                  waits for
 //   proc_iso, draw_isosurface, build_isosurface_mesh
 //                            the isosurface view
-//   proc_atoms, draw_atoms   the atoms overlay
 //   proc_print, proc_wmf, proc_ps, proc_ascii, plot_legends
 //                            plot output and the legend
 #pragma once
@@ -17,8 +16,6 @@
 void proc_iso();
 void draw_isosurface();
 void build_isosurface_mesh();
-void proc_atoms();
-void draw_atoms();
 void proc_print();
 void proc_wmf();
 void proc_ps();

@@ -323,7 +323,7 @@ TEST_F(PlotWindow, CommandTable) {
     strings reached;
   };
   const row rows[] = {
-      {40002, {}},              {40003, {}},             {40032, {"proc_atoms"}},
+      {40002, {}},              {40003, {}},
       {40040, {"proc_print"}},  {40041, {"proc_wmf"}},   {40042, {"proc_ps"}},
       {40043, {"proc_ascii"}},
       {40076, {"proc_iso"}},    {40026, {}},             {40007, {}},              {40001, {}},
