@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "app/file_units.h"
+#include "app/menu_calc.h"
 #include "app/quelmora_fourier.h"
 #include "app/quelmora_initialize.h"
 #include "app/stand_ins.h"

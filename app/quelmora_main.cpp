@@ -2,6 +2,7 @@
 
 #include <cfenv>
 
+#include "app/menu_calc.h"
 #include "app/menu_file.h"
 #include "app/menu_help.h"
 #include "app/quelmora_fourier.h"

@@ -1,7 +1,9 @@
 // A clean start for the shell's tests: the headless face, a fresh toolkit, no
 // stand-in calls, a scratch directory (made current) holding a copy of the
-// example map, and a scratch home (HOME set to it, KELDRANE and QUELMORA
-// blank) so that no test reads or writes the user's settings.
+// example map, a scratch home (HOME set to it, KELDRANE and QUELMORA
+// blank) so that no test reads or writes the user's settings, and a search
+// path whose first folder is the scratch bin/, so that the program runs the
+// test's own sintrel, or none, never one installed on the machine.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -30,7 +32,8 @@ class Shell : public ::testing::Test {
     clear_stand_in_calls();
     iosdirname(start_dir_);
     dir_ = std::filesystem::temp_directory_path() /
-           ("quelmora_shell_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+           ("quelmora_shell_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + "_" +
+            std::to_string(getpid()));
     std::filesystem::remove_all(dir_);
     std::filesystem::create_directories(dir_);
     std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.bin", dir_ / "nacl.bin");
@@ -45,6 +48,7 @@ class Shell : public ::testing::Test {
     set_env("HOME", home_.string());
     set_env("KELDRANE", "");
     set_env("QUELMORA", "");
+    set_env("PATH", (dir_ / "bin").string() + ":/usr/bin:/bin");
   }
   void TearDown() override {
     iosdirchange(start_dir_);
@@ -55,6 +59,7 @@ class Shell : public ::testing::Test {
         unsetenv(name);
     }
     std::filesystem::remove_all(home_);
+    std::filesystem::remove_all(dir_);
   }
 
   static void set_env(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
@@ -63,6 +68,13 @@ class Shell : public ::testing::Test {
   void touch(const std::string& name) {
     std::filesystem::create_directories((dir_ / name).parent_path());
     std::ofstream(dir_ / name) << "";
+  }
+
+  // An executable bin/sintrel in the scratch directory running the script.
+  void fake_sintrel(const std::string& script) {
+    std::filesystem::create_directories(dir_ / "bin");
+    std::ofstream(dir_ / "bin" / "sintrel") << "#!/bin/sh\n" << script;
+    std::filesystem::permissions(dir_ / "bin" / "sintrel", std::filesystem::perms::owner_all);
   }
 
   // The enabled state of the main menu items that change with a file.
@@ -75,7 +87,7 @@ class Shell : public ::testing::Test {
   std::filesystem::path dir_;
   std::filesystem::path home_;
   std::string start_dir_;
-  std::map<const char*, std::optional<std::string>> saved_env_{{"HOME", {}}, {"KELDRANE", {}}, {"QUELMORA", {}}};
+  std::map<const char*, std::optional<std::string>> saved_env_{{"HOME", {}}, {"KELDRANE", {}}, {"QUELMORA", {}}, {"PATH", {}}};
 };
 
 // Menu states right after start without a file: only File New, Open, Print

@@ -146,7 +146,7 @@ TEST_F(Shell, OpenCancelledForgetsTheDirectory) {
   headless::answer_file_cancel();
   headless::queue_menu(40026);
   headless::answer_file_cancel();
-  headless::queue_menu(40005);  // Calculations: the run makes no map, nothing is plotted
+  headless::queue_menu(40005);  // Calculations: the cancel left over stops the run
   start({});
   EXPECT_TRUE(headless::boxes().empty());
   ASSERT_EQ(headless::selectors().size(), 2u);
@@ -154,7 +154,7 @@ TEST_F(Shell, OpenCancelledForgetsTheDirectory) {
   EXPECT_TRUE(qp::kcancel);
   EXPECT_EQ(qp::filedir, "");
   EXPECT_EQ(file_states(), no_file_states);
-  EXPECT_EQ(stand_in_calls(), calls{"menu_c_fourier"});
+  EXPECT_FALSE(qp::kfourier);
   EXPECT_EQ(header_texts(), 3u);  // at start and after each cancel
 }
 
@@ -239,7 +239,7 @@ TEST_F(Shell, MenuTable) {
       {40027, {}},                   {40028, {"menu_f_printfile"}}, {40010, {"menu_e_title"}},
       {40017, {"menu_e_datafile"}},  {40013, {"menu_e_cell"}},      {40014, {"menu_e_space"}},
       {40009, {"menu_e_atoms"}},     {40019, {"menu_e_listinfo"}},  {40015, {"menu_e_fourier"}},
-      {40012, {"menu_e_reflec"}},    {40020, {"menu_e_search"}},    {40005, {"menu_c_fourier"}},
+      {40012, {"menu_e_reflec"}},    {40020, {"menu_e_search"}},    {40005, {}},
       {40008, {"menu_c_visual"}},    {40022, {}},                   {40016, {}},
       {40029, {}},  // no suite directory: no help
       {40006, {}},  {40011, {}},     {40018, {}},                   {40021, {}},
@@ -251,7 +251,8 @@ TEST_F(Shell, MenuTable) {
     start({});
     EXPECT_EQ(stand_in_calls(), r.reached) << r.id;
     // Plot enters the plot window even with no map loaded: one empty picture.
-    EXPECT_EQ(plot_pictures(), r.id == 40022 ? 1u : 0u) << r.id;
+    // So does Calculations after a run that made no map (no sintrel here).
+    EXPECT_EQ(plot_pictures(), r.id == 40022 || r.id == 40005 ? 1u : 0u) << r.id;
     clear_stand_in_calls();
   }
 }

@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <cstdio>
 #include <cstring>
+#include <fstream>
 
 #include "toolkit/core/resources.h"
 #include "toolkit/core/werror.h"
@@ -249,6 +251,30 @@ TEST_F(Messages, DirectoryChangeFailureKeepsTheDirectory) {
   iosdate(y, m, d);
   EXPECT_GE(y, 2000);
   EXPECT_TRUE(m >= 1 && m <= 12 && d >= 1 && d <= 31);
+}
+
+// A command that waits has ended when the call returns; only a shell that
+// is killed is an error, a command that fails is not.
+TEST_F(Messages, ShellCommandWaitsAndToldFailureToStart) {
+  const std::string mark = ::testing::TempDir() + "quelmora_ios_command_" + std::to_string(getpid());
+  struct row {
+    std::string command;
+    int error;
+  };
+  const row rows[] = {{"echo ran > '" + mark + "'", 0},
+                      {"exit 3", 0},
+                      {"no_such_program_anywhere_at_all", 0},
+                      {"kill -KILL $$", 13}};
+  for (const row& r : rows) {
+    winfoerror(1);
+    ioscommand(r.command, 3);
+    EXPECT_EQ(winfoerror(1), r.error) << r.command;
+  }
+  std::ifstream written(mark);
+  std::string word;
+  written >> word;
+  EXPECT_EQ(word, "ran");
+  std::remove(mark.c_str());
 }
 
 }  // namespace

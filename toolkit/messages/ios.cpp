@@ -1,6 +1,8 @@
 #include "toolkit/messages/ios.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -12,9 +14,30 @@
 #include "toolkit/core/werror.h"
 #include "toolkit/messages/window.h"
 
+extern char** environ;
+
 namespace {
 constexpr int os_call_failed = 13;
+constexpr std::int32_t wait_for_end = 2;
+constexpr std::int32_t quiet_output = 32;
+constexpr std::int32_t quiet_errors = 64;
+constexpr int exec_failed = 127;
+
+// In the forked child: only calls that are safe between fork and exec.
+void silence(int stream) {
+  const int null = open("/dev/null", O_WRONLY);
+  if (null < 0) return;
+  dup2(null, stream);
+  close(null);
 }
+
+[[noreturn]] void run_shell(char* const argv[], std::int32_t options) {
+  if (options & quiet_output) silence(STDOUT_FILENO);
+  if (options & quiet_errors) silence(STDERR_FILENO);
+  execve(argv[0], argv, environ);
+  _exit(exec_failed);
+}
+}  // namespace
 
 void iosdate(std::int32_t& year, std::int32_t& month, std::int32_t& day) {
   const std::time_t now = std::time(nullptr);
@@ -68,4 +91,28 @@ bool iosfileexists(const std::string& name) {
   struct stat info {};
   const std::string path = yytrim(name);
   return !path.empty() && stat(path.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
+}
+
+void ioscommand(const std::string& command, std::int32_t options) {
+  std::string text = yytrim(command);
+  char shell[] = "/bin/sh";
+  char dash_c[] = "-c";
+  char* const argv[] = {shell, dash_c, text.data(), nullptr};
+  const pid_t child = fork();
+  if (child < 0) {
+    yyerror(os_call_failed, "IOsCommand");
+    return;
+  }
+  if (child == 0) {
+    // Not waited for: a grandchild runs the command and this child ends at
+    // once, so that nothing is left to reap.
+    if (!(options & wait_for_end) && fork() != 0) _exit(0);
+    run_shell(argv, options);
+  }
+  int status = 0;
+  pid_t ended;
+  do {
+    ended = waitpid(child, &status, 0);
+  } while (ended < 0 && errno == EINTR);
+  if (ended < 0 || WIFSIGNALED(status)) yyerror(os_call_failed, "IOsCommand");
 }

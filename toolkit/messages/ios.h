@@ -1,5 +1,5 @@
 // Operating-system routines of the toolkit: date, directories, environment,
-// command-line arguments. Failures raise toolkit error 13 (an operating
+// command-line arguments, shell commands. Failures raise toolkit error 13 (an operating
 // system call failed), read with winfoerror(1).
 #pragma once
 
@@ -27,3 +27,11 @@ void iosargument(std::int32_t number, std::string& text);
 
 // Whether a file of that name exists (a directory does not count).
 bool iosfileexists(const std::string& name);
+
+// Runs the text through "/bin/sh -c". Options, added together: 2 waits for
+// the command to end; 32 and 64 send its standard output and its error
+// output to /dev/null; 1 (no window of its own) changes nothing here. A
+// failing fork, a failing wait or a command ended by a signal is error 13; a
+// shell that cannot be executed ends with exit code 127, which is not an
+// error. Without 2 the command runs on by itself and is never waited for.
+void ioscommand(const std::string& command, std::int32_t options = 0);
