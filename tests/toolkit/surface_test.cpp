@@ -119,7 +119,7 @@ TEST_F(surface_plot, PeakHidesWhatLiesBehindIt) {
 TEST_F(surface_plot, WalkOrderTurnsAtFortyFiveDegrees) {
   const std::vector<float> z(9, 0.0f);
   struct row {
-    float rotation, first_x, first_y;  // first vertex of the first tile, grid position
+    float rotation, far_x, far_y;  // the far corner of the base, plot units
   };
   const row rows[] = {{44, 1, 0}, {46, 0, 0}, {136, 0, 1}, {226, 1, 1}};
   for (const row& r : rows) {
@@ -128,9 +128,9 @@ TEST_F(surface_plot, WalkOrderTurnsAtFortyFiveDegrees) {
     ipgsurf3datacont(z, 3, 3);
     const auto tiles = drawn_of(recorded_kind::polygon);
     ASSERT_EQ(tiles.size(), 4u);
-    // The first tile painted holds the far corner of the base.
+    // The first tile painted holds the far corner, the highest on the screen.
     float gx = 0, gy = 0;
-    ipgunitstogrunits3(r.first_x == 1 ? 1.0f : 0.0f, r.first_y == 1 ? 1.0f : 0.0f, 0, gx, gy);
+    ipgunitstogrunits3(r.far_x, r.far_y, 0, gx, gy);
     EXPECT_TRUE(has_vertex(*tiles[0], {gx, gy})) << r.rotation;
     float top = -1;
     for (float cx : {0.0f, 1.0f})
