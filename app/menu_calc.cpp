@@ -2,11 +2,15 @@
 
 #include <string>
 
+#include "app/menu_file.h"
 #include "crystal/fixed_text.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/core/werror.h"
+#include "toolkit/dialogs/file_selector.h"
 #include "toolkit/dialogs/message_box.h"
+#include "toolkit/dialogs/selectors.h"
 #include "toolkit/dialogs/wdialog.h"
+#include "toolkit/dialogs/winfodialog.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/ios.h"
 #include "toolkit/messages/window.h"
@@ -21,6 +25,29 @@ constexpr std::int32_t running_dialog = 107;
 constexpr std::int32_t wait_without_window = 3;
 constexpr int shell_failed = 13;
 constexpr std::int32_t menu_plot = 40022;
+// The editor's option for a listing found by its name and for a chosen one.
+constexpr std::int32_t derived_listing = 6;
+constexpr std::int32_t chosen_listing = 4;
+
+// Names filout after the listing of filinp, .fout before .out; false when
+// neither is there.
+bool find_listing() {
+  const std::string stem = through_last_dot(std::string(fixed_text::trimmed(qp::filinp)));
+  for (const char* extension : {"fout", "out"}) {
+    qp::filout = file_name(stem + extension);
+    if (iosfileexists(qp::filout)) return true;
+  }
+  return false;
+}
+
+// Names filout after a file the user chooses; false on Cancel.
+bool choose_listing() {
+  std::string name;
+  wselectfile2("Fourier Output |*.out;*.fout|", 10, name, "Load Output Fourier File");
+  if (winfodialog(4) != 1) return false;
+  qp::filout = file_name(name);
+  return true;
+}
 
 }  // namespace
 
@@ -52,4 +79,17 @@ void menu_c_fourier() {
     qp::kerror = true;
   }
   windowoutstatusbar(2, "File: " + file);
+}
+
+void menu_c_visual() {
+  if (qp::ichild == 0) qp::ichild = -1;
+  std::int32_t option = derived_listing;
+  if (!find_listing()) {
+    if (!choose_listing()) return;
+    option = chosen_listing;
+  }
+  if (qp::ichild < 0) windowopenchild2(qp::ichild, "View of calculations");
+  winfoerror(1);
+  weditfile(qp::filout, 2, 0, option, 1);
+  if (winfoerror(1) != 0) error_message("The listing cannot be shown: " + std::string(fixed_text::trimmed(qp::filout)));
 }

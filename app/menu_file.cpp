@@ -22,17 +22,17 @@
 namespace qp = quelmora_parametros;
 
 namespace {
-
 constexpr std::size_t file_name_length = 150;
+}
 
-// File names are char(150): cut at 150, trailing blanks dropped.
 std::string file_name(const std::string& s) { return fixed_text::assigned(s, file_name_length); }
 
-// The name up to and including its last "." (nothing when it has none).
 std::string through_last_dot(const std::string& name) {
   const auto dot = name.rfind('.');
   return dot == std::string::npos ? std::string{} : name.substr(0, dot + 1);
 }
+
+namespace {
 
 void enable(std::initializer_list<std::int32_t> items, std::int32_t state) {
   for (std::int32_t item : items) wmenusetstate(item, 1, state);

@@ -2,6 +2,14 @@
 // the chains that bring a control file or a map into memory.
 #pragma once
 
+#include <string>
+
+// File names are char(150): cut at 150, trailing blanks dropped.
+std::string file_name(const std::string& s);
+
+// The name up to and including its last "." (nothing when it has none).
+std::string through_last_dot(const std::string& name);
+
 // Splits codefil into directory, stem and extension; sets filedir, filinp,
 // filbin or filasc, input_file and kerror, with an error box for a missing
 // file or an unknown extension.

@@ -28,7 +28,6 @@ void menu_e_fourier() { note("menu_e_fourier"); }
 void menu_e_reflec() { note("menu_e_reflec"); }
 void menu_e_search() { note("menu_e_search"); }
 void menu_f_printfile() { note("menu_f_printfile"); }
-void menu_c_visual() { note("menu_c_visual"); }
 void asc2bin() { note("asc2bin"); }
 void map2bin() { note("map2bin"); }
 void whelpfile1(const std::string& path) { note("whelpfile1 " + path); }

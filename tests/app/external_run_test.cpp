@@ -44,22 +44,28 @@ class Run : public Shell {
   }
 };
 
-// Open a control file whose name holds a blank, then Calculations: Sintrel
-// runs twice on the quoted name, and the map it left is loaded and plotted.
+// Open the example control file, then Calculations: Sintrel runs twice, and
+// the map it left is loaded and plotted. Back in the shell, Output Fourier
+// shows Sintrel's listing.
 TEST_F(Run, ControlFileToMapThroughSintrel) {
   std::filesystem::remove(dir_ / "nacl.bin");
   working_sintrel();
-  open_control_file("rock salt.inp");
+  open_control_file("nacl.inp");
   headless::queue_menu(40005);
+  headless::queue_menu(40033);
+  headless::queue_menu(40008);
   run_program();
+  ASSERT_EQ(headless::files_shown().size(), 1u);
+  EXPECT_EQ(headless::files_shown()[0].path, "nacl.out");
+  EXPECT_EQ(headless::files_shown()[0].text, "Listing of nacl.inp\n");
+  EXPECT_EQ(headless::files_shown()[0].window, qp::ichild);
   EXPECT_TRUE(headless::boxes().empty());
-  EXPECT_EQ(runs(), (texts{"rock salt.inp|", "rock salt.inp|"}));
-  EXPECT_TRUE(std::filesystem::exists(dir_ / "rock salt.bin"));
+  EXPECT_EQ(runs(), (texts{"nacl.inp|", "nacl.inp|"}));
   EXPECT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{48, 48, 48}));
   EXPECT_TRUE(qp::kfourier);
   EXPECT_FALSE(qp::kedit || qp::kerror);
   EXPECT_EQ(status_text(1), "");
-  EXPECT_EQ(status_text(2), "File: rock salt.inp");
+  EXPECT_EQ(status_text(2), "File: nacl.inp");
   EXPECT_EQ(cursor_shape(), 0);
 }
 
@@ -91,6 +97,7 @@ TEST_F(Run, RunOutcomes) {
   const std::string long_name = std::string(137, 'a') + ".inp";
   const row rows[] = {
       {"plain", "salt.inp", false, false, {"salt.inp|"}, {}, true, false},
+      {"blank in the name", "rock salt.inp", false, false, {"rock salt.inp|"}, {}, true, false},
       {"error left over", "salt.inp", true, false, {}, {}, false, true},
       {"cancel left over", "salt.inp", false, true, {}, {}, false, false},
       // The closing quote falls off the buffer: the shell refuses the
@@ -118,6 +125,62 @@ TEST_F(Run, RunOutcomes) {
     // Only a run that took place ends the edit and enables Plot.
     EXPECT_EQ(qp::kedit, !r.kfourier) << r.what;
     EXPECT_EQ(wmenugetstate(40022, 1), r.kfourier ? 1 : 0) << r.what;
+  }
+}
+
+// Which listing Output Fourier shows, by the files beside the control file
+// and the user's answer to the selector; each is shown twice in one child.
+TEST_F(Run, ListingShown) {
+  struct row {
+    const char* what;
+    std::string filinp;
+    texts files;
+    std::optional<std::string> chosen;  // none: Cancel in the selector
+    std::size_t selectors;
+    std::string shown;  // blank: nothing
+    texts boxes;
+  };
+  const row rows[] = {
+      {"both", "salt.inp", {"salt.fout", "salt.out"}, {}, 0, "salt.fout", {}},
+      {"out only", "salt.inp", {"salt.out"}, {}, 0, "salt.out", {}},
+      {"no dot", "salt", {"fout", "salt.out"}, {}, 0, "fout", {}},
+      {"none, chosen", "salt.inp", {"other.out"}, "other.out", 2, "other.out", {}},
+      {"none, cancelled", "salt.inp", {}, std::nullopt, 2, "", {}},
+      {"chosen folder", "salt.inp", {}, "listings", 2, "", texts(2, "The listing cannot be shown: listings")},
+  };
+  for (const row& r : rows) {
+    headless::install();
+    winitialise();
+    init_var_prog();
+    init_graf();
+    std::filesystem::remove_all(dir_ / "listings");
+    std::filesystem::create_directories(dir_ / "listings");
+    for (const auto& f : {"salt.fout", "salt.out", "fout", "other.out"}) std::filesystem::remove(dir_ / f);
+    for (const auto& f : r.files) std::ofstream(dir_ / f) << f;
+    qp::filinp = r.filinp;
+    qp::ichild = 0;
+    for (int time = 0; time < 2; ++time) {
+      if (r.chosen) headless::answer_file(*r.chosen);
+      menu_c_visual();
+    }
+    EXPECT_EQ(headless::box_texts(), r.boxes) << r.what;
+    ASSERT_EQ(headless::selectors().size(), r.selectors) << r.what;
+    for (const auto& selector : headless::selectors()) {
+      EXPECT_EQ(selector.filter, "Fourier Output |*.out;*.fout|");
+      EXPECT_EQ(selector.flags, 10);
+      EXPECT_EQ(selector.title, "Load Output Fourier File");
+    }
+    if (r.shown.empty()) {
+      EXPECT_TRUE(headless::files_shown().empty()) << r.what;
+      continue;
+    }
+    ASSERT_EQ(headless::files_shown().size(), 2u) << r.what;
+    for (const auto& shown : headless::files_shown()) {
+      EXPECT_EQ(shown.path, r.shown) << r.what;
+      EXPECT_EQ(shown.text, r.shown) << r.what;
+      EXPECT_EQ(shown.window, qp::ichild) << r.what;
+    }
+    EXPECT_TRUE(child_is_open(qp::ichild)) << r.what;
   }
 }
 

@@ -240,7 +240,7 @@ TEST_F(Shell, MenuTable) {
       {40017, {"menu_e_datafile"}},  {40013, {"menu_e_cell"}},      {40014, {"menu_e_space"}},
       {40009, {"menu_e_atoms"}},     {40019, {"menu_e_listinfo"}},  {40015, {"menu_e_fourier"}},
       {40012, {"menu_e_reflec"}},    {40020, {"menu_e_search"}},    {40005, {}},
-      {40008, {"menu_c_visual"}},    {40022, {}},                   {40016, {}},
+      {40008, {}},                  {40022, {}},                   {40016, {}},
       {40029, {}},  // no suite directory: no help
       {40006, {}},  {40011, {}},     {40018, {}},                   {40021, {}},
       {40023, {}},  {40004, {}},     {40030, {}},
