@@ -11,6 +11,7 @@
 #include "toolkit/dialogs/selectors.h"
 #include "toolkit/dialogs/wdialog.h"
 #include "toolkit/dialogs/winfodialog.h"
+#include "toolkit/hardcopy/text_hardcopy.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/ios.h"
 #include "toolkit/messages/window.h"
@@ -92,4 +93,13 @@ void menu_c_visual() {
   winfoerror(1);
   weditfile(qp::filout, 2, 0, option, 1);
   if (winfoerror(1) != 0) error_message("The listing cannot be shown: " + std::string(fixed_text::trimmed(qp::filout)));
+}
+
+void menu_f_printfile() {
+  std::string name;
+  wselectfile2("Fourier files|*.inp;*.out;*.fout|", 34, name, "Print Fourier Files");
+  if (winfodialog(4) != 1) return;
+  whardcopyoptionstext();
+  if (winfodialog(4) != 1) return;
+  igrhardcopytextfile(name);
 }

@@ -27,7 +27,6 @@ void menu_e_listinfo() { note("menu_e_listinfo"); }
 void menu_e_fourier() { note("menu_e_fourier"); }
 void menu_e_reflec() { note("menu_e_reflec"); }
 void menu_e_search() { note("menu_e_search"); }
-void menu_f_printfile() { note("menu_f_printfile"); }
 void asc2bin() { note("asc2bin"); }
 void map2bin() { note("map2bin"); }
 void whelpfile1(const std::string& path) { note("whelpfile1 " + path); }

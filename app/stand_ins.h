@@ -6,7 +6,6 @@
 //   routine               waits for
 //   gui_fourierdata       the input data dialog: cancels (kcancel = true)
 //   menu_e_* (nine)       the pages of the input data dialog
-//   menu_f_printfile      printing a text file
 //   asc2bin, map2bin      the text map import
 //   whelpfile1            the help viewer of the toolkit
 #pragma once
@@ -25,7 +24,6 @@ void menu_e_listinfo();
 void menu_e_fourier();
 void menu_e_reflec();
 void menu_e_search();
-void menu_f_printfile();
 void asc2bin();
 void map2bin();
 void whelpfile1(const std::string& path);

@@ -17,10 +17,11 @@ using texts = std::vector<std::string>;
 
 class Run : public Shell {
  protected:
-  // A sintrel that notes its arguments, one run a line, then runs `more`.
-  void noting_sintrel(const std::string& more) {
-    fake_sintrel("printf '%s|' \"$@\" >> '" + runs_file() + "'\necho >> '" + runs_file() + "'\n" + more);
+  // A program that notes its arguments, one run a line, then runs `more`.
+  void noting_program(const std::string& program, const std::string& more) {
+    fake_program(program, "printf '%s|' \"$@\" >> '" + runs_file() + "'\necho >> '" + runs_file() + "'\n" + more);
   }
+  void noting_sintrel(const std::string& more) { noting_program("sintrel", more); }
   // Leaves the example map under the stem of its argument, and a listing.
   void working_sintrel() {
     noting_sintrel("stem=\"${1%.*}\"\ncp '" + std::string(QUELMORA_SOURCE_DIR) +
@@ -181,6 +182,39 @@ TEST_F(Run, ListingShown) {
       EXPECT_EQ(shown.window, qp::ichild) << r.what;
     }
     EXPECT_TRUE(child_is_open(qp::ichild)) << r.what;
+  }
+}
+
+// File, Print File: the chosen file goes to the print command only when
+// both the selector and the print options are answered with OK. A fake lp
+// notes what it was given.
+TEST_F(Run, PrintFile) {
+  noting_program("lp", "");
+  const std::string listing = (dir_ / "it's a.out").string();
+  std::ofstream(listing) << "listing";
+  struct row {
+    const char* what;
+    std::optional<std::string> chosen;
+    bool options_ok;
+    texts printed;
+  };
+  const row rows[] = {
+      {"printed", listing, true, {"--|" + listing + "|"}},
+      {"options cancelled", listing, false, {}},
+      {"selector cancelled", std::nullopt, true, {}},
+      {"file gone", (dir_ / "gone.out").string(), true, {}},
+  };
+  for (const row& r : rows) {
+    headless::install();
+    std::filesystem::remove(runs_file());
+    if (r.chosen) headless::answer_file(*r.chosen);
+    headless::answer_print_options(r.options_ok);
+    menu_f_printfile();
+    EXPECT_EQ(runs(), r.printed) << r.what;
+    ASSERT_EQ(headless::selectors().size(), 1u);
+    EXPECT_EQ(headless::selectors()[0].filter, "Fourier files|*.inp;*.out;*.fout|");
+    EXPECT_EQ(headless::selectors()[0].flags, 34);
+    EXPECT_EQ(headless::selectors()[0].title, "Print Fourier Files");
   }
 }
 

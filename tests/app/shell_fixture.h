@@ -70,11 +70,11 @@ class Shell : public ::testing::Test {
     std::ofstream(dir_ / name) << "";
   }
 
-  // An executable bin/sintrel in the scratch directory running the script.
-  void fake_sintrel(const std::string& script) {
+  // An executable bin/<program> in the scratch directory running the script.
+  void fake_program(const std::string& program, const std::string& script) {
     std::filesystem::create_directories(dir_ / "bin");
-    std::ofstream(dir_ / "bin" / "sintrel") << "#!/bin/sh\n" << script;
-    std::filesystem::permissions(dir_ / "bin" / "sintrel", std::filesystem::perms::owner_all);
+    std::ofstream(dir_ / "bin" / program) << "#!/bin/sh\n" << script;
+    std::filesystem::permissions(dir_ / "bin" / program, std::filesystem::perms::owner_all);
   }
 
   // The enabled state of the main menu items that change with a file.

@@ -189,7 +189,7 @@ TEST_F(Shell, PrepPlottingOfATextMapNeedsTheAsciiFile) {
 // The map of the example stands in the scratch directory: a sintrel that
 // does nothing is enough for the load to find it.
 TEST_F(Shell, PrepPlottingOfAControlFileLoadsTheBinOfItsStem) {
-  fake_sintrel("exit 0\n");
+  fake_program("sintrel", "exit 0\n");
   init_var_prog();
   qp::input_file = 0;
   qp::filinp = "nacl.inp";

@@ -236,7 +236,7 @@ TEST_F(Shell, MenuTable) {
     calls reached;
   };
   const row rows[] = {
-      {40027, {}},                   {40028, {"menu_f_printfile"}}, {40010, {"menu_e_title"}},
+      {40027, {}},                   {40028, {}},                   {40010, {"menu_e_title"}},
       {40017, {"menu_e_datafile"}},  {40013, {"menu_e_cell"}},      {40014, {"menu_e_space"}},
       {40009, {"menu_e_atoms"}},     {40019, {"menu_e_listinfo"}},  {40015, {"menu_e_fourier"}},
       {40012, {"menu_e_reflec"}},    {40020, {"menu_e_search"}},    {40005, {}},
