@@ -112,6 +112,7 @@ TEST_F(Run, RunOutcomes) {
     headless::install();
     winitialise();
     std::filesystem::remove(runs_file());
+    register_quelmo_rc();
     init_var_prog();
     init_graf();
     qp::filinp = r.filinp;
@@ -152,6 +153,7 @@ TEST_F(Run, ListingShown) {
   for (const row& r : rows) {
     headless::install();
     winitialise();
+    register_quelmo_rc();
     init_var_prog();
     init_graf();
     std::filesystem::remove_all(dir_ / "listings");
