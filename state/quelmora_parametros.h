@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "crystal/farray.h"
 #include "crystal/vant_atom_typedef.h"
@@ -96,6 +97,14 @@ inline bool sum_all = true, sum_positive = false, sum_negative = false;
 inline std::int32_t boton_tg = 1;
 inline bool boton_add = false, boton_legend = false, boton_show = false, boton_atom = false;
 inline bool ksigma = false, kset3 = false, kbonds = false, plane_def = false, show_peaks = false;
+// The molecule of the isosurface view, from the connection file: per point
+// the atom number in atomos, the count n of links and the n linked point
+// numbers; the point's fractional position; the same in Angstrom about the
+// centre baric.
+inline std::int32_t nbonds = 0;
+inline std::vector<std::array<std::int32_t, 12>> bonds;
+inline std::vector<vec3f> at_bonds, at_bonds_o;
+inline vec3f baric{};
 inline std::int32_t klevel = 0, klimits = 0;
 inline std::array<std::string, 3> plane_points;  // char(40) each
 inline std::int32_t nadd = 1, imap = 1, nmap = 1;
