@@ -11,6 +11,7 @@
 #include "maps/section_families.h"
 #include "plot/atoms_overlay.h"
 #include "plot/message_bar.h"
+#include "plot/plot_output.h"
 #include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/graphics/graphics.h"
@@ -292,7 +293,7 @@ void draw_plot_pg() {
 
   // 15 to 18. Fill back to outlines, the legend, one copy to the window, the state line.
   igrfillpattern(0, 2, 1);
-  if (qp::boton_legend) plot_legends();
+  if (qp::boton_legend) plot_legends(levels);
   wgrtextfont(101, 0, 0.013333f, 0.04f);
   igrselect(igr_window, 0);
   wbitmapput(qp::ibmp1, 0, 0);

@@ -11,11 +11,7 @@ void note(const char* name) { calls.emplace_back(name); }
 void proc_iso() { note("proc_iso"); }
 void draw_isosurface() { note("draw_isosurface"); }
 void build_isosurface_mesh() { note("build_isosurface_mesh"); }
-void proc_print() { note("proc_print"); }
-void proc_wmf() { note("proc_wmf"); }
-void proc_ps() { note("proc_ps"); }
 void proc_ascii() { note("proc_ascii"); }
-void plot_legends() { note("plot_legends"); }
 
 const std::vector<std::string>& plot_stand_in_calls() { return calls; }
 void clear_plot_stand_in_calls() { calls.clear(); }

@@ -6,8 +6,7 @@
 //   routine                  waits for
 //   proc_iso, draw_isosurface, build_isosurface_mesh
 //                            the isosurface view
-//   proc_print, proc_wmf, proc_ps, proc_ascii, plot_legends
-//                            plot output and the legend
+//   proc_ascii               the text map writer
 #pragma once
 
 #include <string>
@@ -16,11 +15,7 @@
 void proc_iso();
 void draw_isosurface();
 void build_isosurface_mesh();
-void proc_print();
-void proc_wmf();
-void proc_ps();
 void proc_ascii();
-void plot_legends();
 
 // The stand-ins called since the last clear, oldest first.
 const std::vector<std::string>& plot_stand_in_calls();
