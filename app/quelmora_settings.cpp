@@ -8,6 +8,7 @@
 
 #include "crystal/fixed_text.h"
 #include "crystal/vant_string_utilities.h"
+#include "plot/plot_levels.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/graphics/graphics_colour.h"
 #include "toolkit/messages/help_viewer.h"
@@ -19,7 +20,6 @@ namespace {
 
 constexpr std::size_t name_size = 150;
 constexpr std::size_t line_size = 150;
-constexpr int first_level_colour = 197;
 constexpr int background_colour = 0;
 constexpr int foreground_colour = 120;
 
@@ -107,16 +107,10 @@ void read_browser(std::ifstream& in) {
 }
 
 void apply_level_palette() {
-  const auto* red = &qp::set2_rojo;
-  const auto* green = &qp::set2_verde;
-  const auto* blue = &qp::set2_azul;
-  if (qp::set_color == 3) {
-    red = &qp::set3_rojo;
-    green = &qp::set3_verde;
-    blue = &qp::set3_azul;
-  }
-  for (std::size_t i = 0; i < red->size(); ++i)
-    igrpalette(first_level_colour + static_cast<int>(i), wrgb((*red)[i], (*green)[i], (*blue)[i]));
+  if (qp::set_color == 3)
+    use_colour_set({qp::set3_rojo, qp::set3_verde, qp::set3_azul});
+  else
+    use_colour_set({qp::set2_rojo, qp::set2_verde, qp::set2_azul});
 }
 
 std::string formatted(const char* format, std::int32_t a, std::int32_t b = 0, std::int32_t c = 0) {

@@ -35,9 +35,9 @@ class scripted_backend final : public toolkit_backend {
   std::map<int, recording_canvas> boxes;  // colour boxes of the dialogs shown, by field
 
   // A shown dialog's colour boxes become drawing targets, one pixel a dialog unit.
-  void show_dialog(int dialog, bool shown) override {
+  void show_dialog(int dialog, bool visible) override {
     const loaded_dialog_type* d = yyfind_dialog(dialog);
-    if (d == nullptr || !shown) return;
+    if (d == nullptr || !visible) return;
     for (const field_state_type& f : d->fields) {
       if (f.resource.kind != field_picture || boxes.contains(f.resource.id)) continue;
       auto [it, added] = boxes.emplace(f.resource.id, recording_canvas{f.resource.width, f.resource.height});
