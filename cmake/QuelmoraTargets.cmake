@@ -1,3 +1,13 @@
+# Instruments <target> for coverage when QUELMORA_COVERAGE names the top folder
+# its sources live in (toolkit for toolkit/x11, resources, ...) or says "all".
+function(quelmora_coverage target)
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  string(REGEX REPLACE "/.*" "" folder "${folder}")
+  if("all" IN_LIST QUELMORA_COVERAGE OR folder IN_LIST QUELMORA_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage -O0)
+  endif()
+endfunction()
+
 # One static library per source folder. Sources are collected from the folder
 # itself, so that several people adding units at once don't collide in one list.
 #
@@ -12,6 +22,7 @@ function(quelmora_library name)
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${ARG_DEPS} ${ARG_SYSTEM})
+    quelmora_coverage(${name})
   else()
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${PROJECT_SOURCE_DIR})
