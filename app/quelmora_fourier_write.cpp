@@ -4,13 +4,14 @@
 // control file's), texts go back in the lower case they were read in, and
 // values carry four decimals or fewer.
 #include <cmath>
-#include <fstream>
+#include <sstream>
 #include <string>
 
 #include "app/file_units.h"
 #include "app/quelmora_fourier.h"
 #include "crystal/fixed_text.h"
 #include "state/quelmora_parametros.h"
+#include "toolkit/core/whole_file.h"
 #include "toolkit/dialogs/file_selector.h"
 #include "toolkit/dialogs/message_box.h"
 #include "toolkit/dialogs/winfodialog.h"
@@ -136,11 +137,19 @@ void fourier_filesave() {
     wselectfile2("Fourier Reflections File|*.fou|", 10, qp::filfou, "Load Reflections File");
     qp::filfou = with_extension(qp::filfou, ".fou");
   }
-  std::ofstream out(qp::filinp);
-  if (!out) {
+  // Written whole or not at all: a full disk leaves the old control file as it was.
+  whole_file file;
+  std::string why;
+  if (!whole_file_open(file, qp::filinp, why)) {
     error_message("Cannot open the input file");
     qp::kerror = true;
     return;
   }
+  std::ostringstream out;
   write_control_file(out);
+  whole_file_write(file, out.str());
+  if (!whole_file_commit(file, why)) {
+    error_message("Cannot write the input file " + why);
+    qp::kerror = true;
+  }
 }

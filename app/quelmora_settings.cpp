@@ -5,11 +5,14 @@
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
+#include <sstream>
 
 #include "crystal/fixed_text.h"
 #include "crystal/vant_string_utilities.h"
 #include "plot/plot_levels.h"
 #include "state/quelmora_parametros.h"
+#include "toolkit/core/whole_file.h"
+#include "toolkit/dialogs/message_box.h"
 #include "toolkit/graphics/graphics_colour.h"
 #include "toolkit/messages/help_viewer.h"
 #include "toolkit/messages/ios.h"
@@ -119,7 +122,7 @@ std::string formatted(const char* format, std::int32_t a, std::int32_t b = 0, st
   return text;
 }
 
-void write_level_lines(std::ofstream& out) {
+void write_level_lines(std::ostream& out) {
   for (std::size_t i = 0; i < qp::level_lines.size(); ++i) {
     const auto& level = qp::level_lines[i];
     if (qp::set_color == 3)
@@ -175,8 +178,7 @@ void save_settings_file(const std::string& variable) {
     folder = variable_value(variable);
   }
   qp::fileset = fixed_text::assigned(settings_path(folder), name_size);
-  // A file that cannot be written is let go: the program is ending anyway.
-  std::ofstream out(qp::fileset, std::ios::trunc);
+  std::ostringstream out;
   out << "!---- Background /Foreground ----!\n";
   out << formatted("%20d%20d", qp::bg_col, qp::fg_col) << '\n';
   out << "!---- Levels ----!\n";
@@ -187,6 +189,10 @@ void save_settings_file(const std::string& variable) {
     out << "  Browser = " << fixed_text::padded(qp::var_browser, name_size) << '\n';
     out << " \n";
   }
+  // The program may end without its settings, but never with them destroyed:
+  // a failed write leaves the old file whole and says why.
+  std::string why;
+  if (!write_whole_file(qp::fileset, out.str(), why)) error_message("The settings were not saved: " + why);
 }
 
 void directory_update(const std::string& mode) {
@@ -205,7 +211,9 @@ void directory_update(const std::string& mode) {
   if (first == 'w') {
     std::string current;
     iosdirname(current);
-    std::ofstream(directory_file, std::ios::trunc) << fixed_text::trimmed(current) << '\n';
+    std::string why;
+    if (!write_whole_file(directory_file, std::string(fixed_text::trimmed(current)) + '\n', why))
+      error_message("The working folder was not saved: " + why);
     return;
   }
   if (iosfileexists(suite_file)) {

@@ -12,7 +12,9 @@ void matrix_inverse(const mat3f& a, mat3f& b, std::int32_t& ifail) {
     }
   }
   const float det = a[0][0] * b[0][0] + a[0][1] * b[1][0] + a[0][2] * b[2][0];
-  if (std::fabs(det) < 1.0e-20f) {
+  // A NaN or infinite determinant (a cell angle of 0 or NaN) is as singular
+  // as a vanishing one: the comparison alone would let NaN through.
+  if (!std::isfinite(det) || std::fabs(det) < 1.0e-20f) {
     ifail = 1;
     err_math3d = true;
     err_math3d_mess = "Singular Matrix: inversion imposible";

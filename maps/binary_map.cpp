@@ -1,8 +1,11 @@
 #include "maps/binary_map.h"
 
 #include <bit>
+#include <cmath>
+#include <cstdio>
 #include <cstdint>
 #include <fstream>
+#include <limits>
 
 #include "crystal/binary_stream.h"
 #include "maps/section_extraction.h"
@@ -75,10 +78,40 @@ void summary_block(Stream& s) {
   s.number(qp::densigma);
 }
 
+// The number of grid points, or the largest count when the product of a
+// hostile header's extents would not fit.
 std::int64_t grid_points() {
   std::int64_t n = 1;
-  for (std::int32_t e : qp::ngrid) n *= e > 0 ? e : 0;
+  for (std::int32_t e : qp::ngrid)
+    if (__builtin_mul_overflow(n, e > 0 ? e : 0, &n)) return std::numeric_limits<std::int64_t>::max();
   return n;
+}
+
+bool empty_grid() {
+  for (std::int32_t e : qp::ngrid)
+    if (e < 1) return true;
+  return false;
+}
+
+// The cell is stored whole, not recomputed: a damaged one (an angle of 0, a
+// NaN) would turn every coordinate into NaN, so it is refused at the door.
+bool sane_cell(const cell_metrics_type& c) {
+  for (std::size_t i = 0; i < 3; ++i) {
+    if (!(c.cell[i] > 0.0f) || !std::isfinite(c.cell[i])) return false;
+    if (!(c.ang[i] > 0.0f && c.ang[i] < 180.0f)) return false;
+  }
+  for (const mat3f* m : {&c.cr_orth, &c.orth_cr})
+    for (const auto& row : *m)
+      for (float v : row)
+        if (!std::isfinite(v)) return false;
+  return true;
+}
+
+std::string bad_cell_message(const cell_metrics_type& c) {
+  char text[160];
+  std::snprintf(text, sizeof text, "Bad cell parameters in the binary file: %g %g %g %g %g %g", c.cell[0],
+                c.cell[1], c.cell[2], c.ang[0], c.ang[1], c.ang[2]);
+  return text;
 }
 
 }  // namespace
@@ -107,6 +140,7 @@ void read_filebin_head() {
   bool ok = true;
   read_bin_crystal_cell(qp::celda, unit25, ok);
   if (!ok) return fail("Error reading the binary file...(Cell...)");
+  if (!sane_cell(qp::celda)) return fail(bad_cell_message(qp::celda).c_str());
   read_bin_spacegroup(qp::grp_espacial, unit25, ok);
   if (!ok) return fail("Error reading the binary file...(Symmetry...)");
   read_bin_atom_list(qp::atomos, unit25, ok);
@@ -120,6 +154,9 @@ void read_filebin_head() {
   if (!r.ok) return fail("Error reading the binary file...(Grid size of FFT...)");
   summary_block(r);
   if (!r.ok) return fail("");
+  // A grid without points would leave nothing to show, while the closing
+  // planes would still size the second array from the other extents.
+  if (empty_grid()) return fail("The binary file holds an empty map: a grid extent is 0");
   // A grid larger than the rest of the file would fail its read anyway;
   // refusing it here keeps a corrupt ngrid from sizing the map arrays.
   if (!r.fits(grid_points(), sizeof(float))) return fail("Error reading the binary file...(Density Map...)");

@@ -43,9 +43,13 @@ atom_box plain_box(const section_family_type& f) {
   const float w_high = qp::boton_add ? qp::view_layers[1] : section * step + qp::rmax[2];
   b.low = place_on_axes(f, qp::rmax[0], qp::rmax[1], w_low);
   b.high = place_on_axes(f, qp::rmax[3], qp::rmax[4], w_high);
+  // The translations span the map's own limits on x, y and z, whatever the
+  // section: an atom of the cell may reach the box from the next cell along
+  // any axis.
+  const std::array<const std::array<float, 2>*, 3> limits{&qp::xlim, &qp::ylim, &qp::zlim};
   for (std::size_t k = 0; k < 3; ++k) {
-    b.first[k] = static_cast<int>(std::lround(b.low[k])) - 1;
-    b.last[k] = static_cast<int>(std::lround(b.high[k]));
+    b.first[k] = static_cast<int>(std::lround((*limits[k])[0])) - 1;
+    b.last[k] = static_cast<int>(std::lround((*limits[k])[1]));
   }
   return b;
 }

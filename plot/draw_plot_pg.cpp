@@ -11,6 +11,7 @@
 #include "maps/section_families.h"
 #include "plot/atoms_overlay.h"
 #include "plot/message_bar.h"
+#include "plot/plot_levels.h"
 #include "plot/plot_output.h"
 #include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"
@@ -160,7 +161,7 @@ std::pair<float, float> level_range() {
   if (!qp::ksigma) return {qp::den_min_show, qp::den_max_show};
   if (qp::klevel) return {qp::dens_min_show, qp::dens_max_show};
   const auto [lo, hi] = extremes(qp::rho);
-  return {lo / qp::densigma, hi / qp::densigma};
+  return {sigma_units(lo), sigma_units(hi)};
 }
 
 // Step 11: the plot opened for the kind, one style per level.

@@ -13,6 +13,10 @@
 
 namespace qp = quelmora_parametros;
 
+float sigma_units(float density) {
+  return qp::densigma != 0.0f && std::isfinite(qp::densigma) ? density / qp::densigma : 0.0f;
+}
+
 namespace {
 
 constexpr std::int32_t levels_dialog = 114;
@@ -94,8 +98,8 @@ void load_levels_dialog() {
     qp::den_min_show = *lo;
     qp::den_max_show = *hi;
   }
-  qp::dens_min_show = qp::den_min_show / qp::densigma;
-  qp::dens_max_show = qp::den_max_show / qp::densigma;
+  qp::dens_min_show = sigma_units(qp::den_min_show);
+  qp::dens_max_show = sigma_units(qp::den_max_show);
   wdialogputinteger(1088, qp::n_contour);
   wdialogputradiobutton(qp::ksigma ? sigma_radio : density_radio);
   show_range(qp::ksigma);

@@ -12,6 +12,10 @@ void proc_lcolor();
 // The line type and width dialog.
 void proc_ltype();
 
+// A density in sigma units: density / densigma, and 0 on a flat map, whose
+// sigma is 0 (the levels of a flat map then coincide and nothing is drawn).
+float sigma_units(float density);
+
 // A colour per level, 0 to 255 each component.
 struct colour_set_type {
   std::array<std::int32_t, 20> red{}, green{}, blue{};

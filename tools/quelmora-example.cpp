@@ -7,12 +7,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
+#include <sstream>
 #include <string>
 
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "maps/binary_map.h"
 #include "state/quelmora_parametros.h"
+#include "toolkit/core/whole_file.h"
 
 namespace qp = quelmora_parametros;
 
@@ -131,12 +132,12 @@ int main(int argc, char** argv) {
   set_atoms();
   set_run();
   set_map();
-  std::ofstream out(name, std::ios::binary | std::ios::trunc);
+  std::ostringstream out(std::ios::binary);
   write_filebin_head(out);
   write_filebin_rho(out);
-  out.close();
-  if (!out) {
-    std::fprintf(stderr, "quelmora-example: cannot write %s\n", name.c_str());
+  std::string why;
+  if (!write_whole_file(name, out.str(), why)) {
+    std::fprintf(stderr, "quelmora-example: cannot write %s\n", why.c_str());
     return 1;
   }
   std::printf("%s written\n", name.c_str());
