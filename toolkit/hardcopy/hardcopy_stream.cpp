@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "toolkit/core/werror.h"
+#include "toolkit/core/whole_file.h"
 #include "toolkit/dialogs/message_box.h"
 
 bool bhcerr = false;
@@ -18,6 +19,7 @@ namespace {
 constexpr int hardcopy_write_error = 13;
 
 std::FILE* stream = nullptr;
+whole_file file;  // the picture file being written, when not a command
 bool is_command = false;
 std::string target;
 // A print command that stops reading must not take the program down with it.
@@ -38,10 +40,20 @@ void yygrhcopen(const std::string& name, bool as_command) {
   target = name;
   is_command = as_command;
   errno = 0;
-  if (as_command) saved_pipe_handler = std::signal(SIGPIPE, SIG_IGN);
-  stream = as_command ? ::popen(name.c_str(), "w") : std::fopen(name.c_str(), "wb");
-  if (!stream && as_command) std::signal(SIGPIPE, saved_pipe_handler);
-  if (!stream) fail("YYGrHcOpen", errno ? std::strerror(errno) : "cannot start");
+  if (!as_command) {
+    // A picture file is written whole or not at all: an old file of that
+    // name stays as it was when the disk fills half way.
+    std::string why;
+    if (whole_file_open(file, name, why)) stream = file.stream;
+    else fail("YYGrHcOpen", std::strerror(file.error));
+    return;
+  }
+  saved_pipe_handler = std::signal(SIGPIPE, SIG_IGN);
+  stream = ::popen(name.c_str(), "w");
+  if (!stream) {
+    std::signal(SIGPIPE, saved_pipe_handler);
+    fail("YYGrHcOpen", errno ? std::strerror(errno) : "cannot start");
+  }
 }
 
 void yygrhcwritebuffer(std::span<const unsigned char> bytes) {
@@ -67,8 +79,11 @@ void yygrhcclose() {
     if (status != 0)
       fail("YYGrHcClose", "the print command ended with status " +
                               std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : status));
-  } else if (std::fclose(stream) != 0) {
-    fail("YYGrHcClose", std::strerror(errno));
+  } else if (bhcerr) {
+    whole_file_abandon(file);
+  } else {
+    std::string why;
+    if (!whole_file_commit(file, why)) fail("YYGrHcClose", std::strerror(file.error));
   }
   stream = nullptr;
 }
