@@ -1,5 +1,7 @@
 #include "app/menu_calc.h"
 
+#include <chrono>
+#include <filesystem>
 #include <string>
 
 #include "app/menu_file.h"
@@ -25,6 +27,7 @@ constexpr std::size_t command_length = 150;
 constexpr std::int32_t running_dialog = 107;
 constexpr std::int32_t wait_without_window = 3;
 constexpr int shell_failed = 13;
+constexpr std::int32_t command_not_found = 127;
 constexpr std::int32_t menu_plot = 40022;
 // The editor's option for a listing found by its name and for a chosen one.
 constexpr std::int32_t derived_listing = 6;
@@ -50,6 +53,15 @@ bool choose_listing() {
   return true;
 }
 
+// Whether the map left by a run is older than the run: a program that failed
+// must not pass off an earlier result as its own. Stamps of the file system
+// lag the clock by a tick, hence the second of grace.
+bool map_older_than(const std::string& map, std::filesystem::file_time_type started) {
+  std::error_code error;
+  const auto written = std::filesystem::last_write_time(map, error);
+  return !error && written < started - std::chrono::seconds(1);
+}
+
 }  // namespace
 
 void menu_c_fourier() {
@@ -64,20 +76,28 @@ void menu_c_fourier() {
   windowoutstatusbar(1, "Sintrel Program is running...");
   wdialogload(running_dialog);
   wdialogshow(-1, -1, 0, 2);
+  const auto started = std::filesystem::file_time_type::clock::now();
   ioscommand(command, wait_without_window);
   wdialogunload();
   windowoutstatusbar(1, std::string(command_length, ' '));
   wcursorshape(0);
-  // Only a shell that could not run counts: whether Sintrel made a map is
-  // found out when the map is loaded.
-  if (winfoerror(1) != shell_failed) {
+  // A shell that could not run, a program that is not there and a map left
+  // over from before the run are told; whether a new map is good is found
+  // out when it is loaded.
+  if (winfoerror(1) == shell_failed) {
+    error_message("Error executing Fourier Calculations");
+    qp::kerror = true;
+  } else if (ioscommandexit() == command_not_found) {
+    error_message("The program sintrel could not be started: it is not on the search path");
+    qp::kerror = true;
+  } else if (const std::string map = through_last_dot(file) + "bin"; map_older_than(map, started)) {
+    error_message("Sintrel made no new map: " + map + " is older than the run");
+    qp::kerror = true;
+  } else {
     qp::kfourier = true;
     wmenusetstate(menu_plot, 1, 1);
     qp::kedit = false;
     qp::kcancel = false;
-  } else {
-    error_message("Error executing Fourier Calculations");
-    qp::kerror = true;
   }
   windowoutstatusbar(2, "File: " + file);
 }

@@ -75,6 +75,10 @@ class toolkit_backend {
   virtual bool hardcopy_options_text() { return false; }
   // Shows a text file, read-only, in child window `handle` (0 the current one).
   virtual void edit_file(std::int32_t /*handle*/, const std::string& /*path*/, const std::string& /*text*/) {}
+  // The process is about to block on something other than the user (a
+  // command it waits for): what the program just showed must reach the
+  // screen first, drawn, or the window looks hung during the wait.
+  virtual void settle() {}
   // The client area of the root window in pixels; 0 by 0 for a face without one.
   virtual void client_size(std::int32_t& width, std::int32_t& height) { width = height = 0; }
 };

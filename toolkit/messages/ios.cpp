@@ -12,6 +12,7 @@
 
 #include "toolkit/core/trim.h"
 #include "toolkit/core/werror.h"
+#include "toolkit/messages/backend.h"
 #include "toolkit/messages/window.h"
 
 extern char** environ;
@@ -93,7 +94,13 @@ bool iosfileexists(const std::string& name) {
   return !path.empty() && stat(path.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
 }
 
+namespace {
+std::int32_t last_exit = -1;
+}  // namespace
+
 void ioscommand(const std::string& command, std::int32_t options) {
+  last_exit = -1;
+  if (options & wait_for_end) current_backend().settle();
   std::string text = yytrim(command);
   char shell[] = "/bin/sh";
   char dash_c[] = "-c";
@@ -114,5 +121,8 @@ void ioscommand(const std::string& command, std::int32_t options) {
   do {
     ended = waitpid(child, &status, 0);
   } while (ended < 0 && errno == EINTR);
+  last_exit = ended == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   if (ended < 0 || WIFSIGNALED(status)) yyerror(os_call_failed, "IOsCommand");
 }
+
+std::int32_t ioscommandexit() { return last_exit; }

@@ -35,3 +35,7 @@ bool iosfileexists(const std::string& name);
 // shell that cannot be executed ends with exit code 127, which is not an
 // error. Without 2 the command runs on by itself and is never waited for.
 void ioscommand(const std::string& command, std::int32_t options = 0);
+
+// The exit code of the last command that ioscommand waited for: 127 when the
+// shell found no such program; -1 when none ended normally.
+std::int32_t ioscommandexit();

@@ -1,5 +1,7 @@
 #include "toolkit/x11/x11_face.h"
 
+#include <Xm/Xm.h>
+
 #include "toolkit/graphics/graphics_area.h"
 #include "toolkit/messages/backend.h"
 #include "toolkit/messages/window.h"
@@ -108,6 +110,18 @@ class x11_backend final : public toolkit_backend {
   }
 
   void show_cursor(std::int32_t shape) override { x11_root_cursor(shape); }
+
+  // The requests go to the server, whose exposures of the new windows come
+  // back and are drawn; twice, since a dialog that settles its size exposes again.
+  void settle() override {
+    if (x11_display() == nullptr) return;
+    x11_dialog_flush();
+    for (int round = 0; round < 2; ++round) {
+      XSync(x11_display(), False);
+      XmUpdateDisplay(x11_application_shell());
+    }
+    XFlush(x11_display());
+  }
 
   void client_size(std::int32_t& width, std::int32_t& height) override {
     int w = 0, h = 0;
