@@ -176,7 +176,8 @@ void open_plot(std::int32_t n) {
   for (int level = 1; level <= n; ++level) {
     const auto& line = qp::level_lines[at(level)];
     switch (qp::boton_tg) {
-      case 1: ipgstyle(level, line.style, 0, 0, line.colour, 0); break;
+      // The width chosen in the style dialog thickens the line on the screen and on paper.
+      case 1: ipgstyle(level, line.style, 0, 0, line.colour, 0, line.width); break;
       case 2: ipgstyle(level, 4, 3, 3, line.colour, line.colour); break;
       default: ipgstyle(level, 4, 0, 0, line.colour, line.colour); break;
     }

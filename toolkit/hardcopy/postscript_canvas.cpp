@@ -1,5 +1,7 @@
 #include "toolkit/hardcopy/postscript_canvas.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include "toolkit/hardcopy/hardcopy_stream.h"
@@ -18,7 +20,8 @@ constexpr const char* prolog[] = {
     "X Y translate Arot rotate Rx Ry scale 0 0 1 Astart Aend arc savematrix setmatrix} def",
 };
 
-constexpr const char* families[] = {"Helvetica", "Times", "Courier", "Symbol"};
+// Times-Roman, not Times: the name every PostScript reader has.
+constexpr const char* families[] = {"Helvetica", "Times-Roman", "Courier", "Symbol"};
 
 // Dash patterns of line types 1 dots, 2 dashes, 3 dot-dash.
 constexpr const char* dashes[] = {"[] 0 d", "[1 3] 0 d", "[6 3] 0 d", "[6 3 1 3] 0 d"};
@@ -82,13 +85,15 @@ postscript_canvas::postscript_canvas(const postscript_layout& layout)
   for (const char* line : prolog) yygrhcwriteline(line);
   yygrhcwriteline("%%EndProlog");
   yygrhcwriteline("%%BeginSetup");
-  yygrhcwriteline("/#copies 1 def");
+  if (layout.page_document) yygrhcwriteline("/#copies 1 def");
   write_font_encodings();
   yygrhcwriteline("%%EndSetup");
   yygrhcwriteline("%%Page: 1 1");
   yygrhcwriteline("%%BeginPageSetup");
   yygrhcwriteline("%%EndPageSetup");
-  yygrhcwriteline("initgraphics 10 setmiterlimit initclip newpath");
+  // No initgraphics or initclip: a picture placed in a document must keep
+  // the place and the clip the document gives it.
+  yygrhcwriteline("10 setmiterlimit newpath");
   yygrhcwriteline("1 setlinejoin 1 setlinecap");
   if (left != 0 || bottom != 0) yygrhcwriteline(std::to_string(left) + " " + std::to_string(bottom) + " tr");
 }
@@ -131,12 +136,49 @@ void postscript_canvas::polyline(std::span<const pixel_point> points, const canv
   yygrhcwriteline("s");
 }
 
-// Hatched styles are filled solid: the paper shows the area, not its pattern.
 void postscript_canvas::fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) {
   if (points.size() < 3) return;
   set_colour(fill.colour);
   path(points);
-  yygrhcwriteline("closepath eofill");
+  const hatch_type hatch = hatch_of(fill);
+  if (hatch.count == 0) {
+    yygrhcwriteline("closepath eofill");
+    return;
+  }
+  // Hatched: the polygon clips thin lines drawn across its box, as the
+  // screen's stipple shows it.
+  yygrhcwriteline("gsave closepath eoclip newpath 0.5 w [] 0 d");
+  hatch_lines(points, hatch);
+  yygrhcwriteline("s grestore");
+}
+
+// The lines of a hatch over the part of the picture the polygon covers, in
+// canvas pixels (y downwards) like the screen's pattern.
+void postscript_canvas::hatch_lines(std::span<const pixel_point> points, const hatch_type& hatch) {
+  float x0 = points[0].x, x1 = x0, y0 = points[0].y, y1 = y0;
+  for (const pixel_point& p : points) {
+    x0 = std::min(x0, p.x), x1 = std::max(x1, p.x);
+    y0 = std::min(y0, p.y), y1 = std::max(y1, p.y);
+  }
+  // Nothing outside the picture is seen: a far-flung point adds no lines.
+  x0 = std::max(x0, 0.0f), y0 = std::max(y0, 0.0f);
+  x1 = std::min(x1, static_cast<float>(width())), y1 = std::min(y1, static_cast<float>(height()));
+  if (x0 > x1 || y0 > y1) return;
+  const float s = static_cast<float>(hatch.spacing);
+  auto line = [this](float ax, float ay, float bx, float by) {
+    yygrhcwriteline(point({ax, ay}) + " m " + point({bx, by}) + " l");
+  };
+  for (int k = 0; k < hatch.count; ++k) {
+    const int direction = hatch.directions[static_cast<std::size_t>(k)];
+    if (direction == 1)
+      for (float y = std::ceil(y0 / s) * s; y <= y1; y += s) line(x0, y, x1, y);
+    else if (direction == 3)
+      for (float x = std::ceil(x0 / s) * s; x <= x1; x += s) line(x, y0, x, y1);
+    else if (direction == 2)  // x + y constant
+      for (float c = std::ceil((x0 + y0) / s) * s; c <= x1 + y1; c += s) line(c - y1, y1, c - y0, y0);
+    else  // x - y constant
+      for (float c = std::ceil((x0 - y1) / s) * s; c <= x1 - y0; c += s) line(c + y0, y0, c + y1, y1);
+  }
 }
 
 void postscript_canvas::circle(pixel_point centre, float radius, const canvas_pen* pen, const canvas_fill* fill) {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "toolkit/graphics/hatch.h"
 #include "toolkit/hardcopy/hardcopy_canvas.h"
 
 struct postscript_layout {
@@ -35,6 +36,7 @@ class postscript_canvas : public hardcopy_canvas {
   void set_pen(const canvas_pen& pen);
   void path(std::span<const pixel_point> points);
   std::string point(pixel_point p) const;
+  void hatch_lines(std::span<const pixel_point> points, const hatch_type& hatch);
 
   postscript_layout layout_;
 };

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "toolkit/graphics/hatch.h"
 #include "toolkit/hardcopy/hardcopy_stream.h"
 #include "toolkit/hardcopy/rectangle_corners.h"
 
@@ -21,6 +22,22 @@ constexpr std::uint16_t object_slots = 2;
 // Pen styles for line types 0 solid, 1 dots, 2 dashes, 3 dot-dash; 5 no pen.
 constexpr std::int16_t pen_styles[] = {0, 2, 1, 3};
 constexpr std::int16_t null_pen = 5, null_brush = 1;
+
+// Brush styles BS_SOLID and BS_HATCHED; hatches HS_HORIZONTAL, HS_BDIAGONAL
+// (rising), HS_VERTICAL, HS_FDIAGONAL (falling), HS_CROSS, HS_DIAGCROSS.
+constexpr std::int16_t solid_brush = 0, hatched_brush = 2;
+constexpr std::int16_t hatch_by_direction[] = {0, 3, 1, 2};
+constexpr std::int16_t cross = 4, diagonal_cross = 5;
+
+std::int16_t brush_style(const canvas_fill& fill) { return hatch_of(fill).count ? hatched_brush : solid_brush; }
+
+std::int16_t brush_hatch(const canvas_fill& fill) {
+  const hatch_type h = hatch_of(fill);
+  if (h.count == 0) return 0;
+  const int first = h.directions[0];
+  if (h.count == 2) return first % 2 == 1 ? cross : diagonal_cross;
+  return hatch_by_direction[first - 1];
+}
 
 std::int16_t low(std::int32_t v) { return static_cast<std::int16_t>(v & 0xFFFF); }
 std::int16_t high(std::int32_t v) { return static_cast<std::int16_t>((v >> 16) & 0xFFFF); }
@@ -60,10 +77,11 @@ void wmf_canvas::select_pen(const canvas_pen* pen) {
   record(select_object, {0});
 }
 
-// Hatched styles are filled solid, as on paper the pattern adds nothing.
+// Hatched styles take the format's own hatched brushes: one direction, or
+// the horizontal-vertical or the diagonal cross. Their spacing is the reader's.
 void wmf_canvas::select_brush(const canvas_fill* fill) {
   if (fill)
-    record(create_brush, {0, low(fill->colour.value), high(fill->colour.value), 0});
+    record(create_brush, {brush_style(*fill), low(fill->colour.value), high(fill->colour.value), brush_hatch(*fill)});
   else
     record(create_brush, {null_brush, 0, 0, 0});
   record(select_object, {1});

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/graphics/hatch.h"
 #include "toolkit/x11/x11_colours.h"
 
 namespace {
@@ -19,25 +20,6 @@ std::vector<XPoint> to_xpoints(std::span<const pixel_point> points) {
   std::vector<XPoint> out(points.size());
   for (std::size_t k = 0; k < points.size(); ++k) out[k] = {to_short(points[k].x), to_short(points[k].y)};
   return out;
-}
-
-// Hatch of a fill: line spacing in pixels by density, direction by angle
-// (1 horizontal, 2 rising, 3 vertical, 4 falling); style 2 adds the
-// crossing direction, style 3 does so at half the spacing.
-bool hatch_bit(int style, int density, int angle, int x, int y) {
-  static const int spacing[5] = {4, 6, 8, 12, 16};
-  int s = spacing[std::clamp(density, 1, 5) - 1];
-  if (style == 3) s = std::max(s / 2, 3);
-  auto line = [s, x, y](int a) {
-    switch (a) {
-      case 1: return y % s == 0;
-      case 2: return (x + y) % s == 0;
-      case 3: return x % s == 0;
-      default: return (x - y + 16 * s) % s == 0;
-    }
-  };
-  const int crossing = angle <= 2 ? angle + 2 : angle - 2;
-  return line(angle) || (style >= 2 && line(crossing));
 }
 
 }  // namespace
@@ -112,7 +94,8 @@ void x11_canvas::use_pen(const canvas_pen& pen) {
 
 void x11_canvas::use_fill(const canvas_fill& fill) {
   XSetForeground(display_, gc_, pixel(fill.colour));
-  if (fill.style >= 4 || fill.style <= 0) {
+  const hatch_type hatch = hatch_of(fill);
+  if (hatch.count == 0) {
     XSetFillStyle(display_, gc_, FillSolid);
     return;
   }
@@ -123,7 +106,7 @@ void x11_canvas::use_fill(const canvas_fill& fill) {
     std::vector<char> bits(size * size / 8, 0);
     for (int y = 0; y < size; ++y)
       for (int x = 0; x < size; ++x)
-        if (hatch_bit(fill.style, fill.density, fill.angle, x, y)) bits[(y * size + x) / 8] |= static_cast<char>(1 << (x % 8));
+        if (on_hatch(hatch, x, y)) bits[(y * size + x) / 8] |= static_cast<char>(1 << (x % 8));
     const Pixmap p = XCreateBitmapFromData(display_, drawable_, bits.data(), size, size);
     it = stipples_.emplace(key, p).first;
   }
