@@ -22,7 +22,7 @@ find "$build" -name '*.gcda' -delete
 scripts/run-tests.sh "$build" >"$build/coverage-tests.log" 2>&1 ||
   echo "some tests failed: see $build/coverage-tests.log" >&2
 
-if [ "$libs" = all ]; then libs="crystal;maps;plot;toolkit;app;resources;state"; fi
+if [ "$libs" = all ]; then libs="crystal;maps;plot;toolkit;app;resources"; fi
 IFS=';' read -ra wanted <<<"$libs"
 for lib in "${wanted[@]}"; do
   gcovr -r . --object-directory "$build" --filter "$lib/" \
