@@ -115,6 +115,17 @@ void pressed(Widget fsb, XtPointer data, XtPointer call) {
   state->answer = 1;
 }
 
+// The start name's file part, in the start directory, stands in the
+// selection, so that Save without typing takes the name the program proposed.
+void propose_name(Widget fsb, const std::string& directory, const std::string& name) {
+  const std::string given = trimmed(name);
+  const std::string file = given.substr(given.rfind('/') == std::string::npos ? 0 : given.rfind('/') + 1);
+  if (file.empty()) return;
+  XmString spec = XmStringCreateLocalized(const_cast<char*>((directory + file).c_str()));
+  XtVaSetValues(fsb, XmNdirSpec, spec, nullptr);
+  XmStringFree(spec);
+}
+
 }  // namespace
 
 std::vector<file_filter_type> parse_file_filter(const std::string& filter) {
@@ -180,6 +191,8 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
       {const_cast<char*>(XmNfileSearchProc), reinterpret_cast<XtArgVal>(search_files)},
       {const_cast<char*>(XmNdialogStyle), static_cast<XtArgVal>(XmDIALOG_FULL_APPLICATION_MODAL)},
       {const_cast<char*>(XmNdeleteResponse), static_cast<XtArgVal>(XmDO_NOTHING)},
+      // A new search (Filter) must not shrink the box to its lists' widths.
+      {const_cast<char*>(XmNresizePolicy), static_cast<XtArgVal>(XmRESIZE_GROW)},
   };
   Widget fsb = XmCreateFileSelectionDialog(parent, const_cast<char*>("selector"), args, XtNumber(args));
   XmStringFree(dir);
@@ -191,6 +204,7 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
                 static_cast<KeySym>(state.save ? 'S' : 'O'), nullptr);
   XtVaSetValues(XtParent(fsb), XmNtitle, title.empty() ? " " : title.c_str(), nullptr);
   XtUnmanageChild(XmFileSelectionBoxGetChild(fsb, XmDIALOG_HELP_BUTTON));
+  propose_name(fsb, directory, name);
   XtAddCallback(fsb, XmNokCallback, pressed, &state);
   XtAddCallback(fsb, XmNcancelCallback, pressed, &state);
   x11_selector_popup_attach(fsb);

@@ -1,6 +1,9 @@
 #include "toolkit/x11/x11_modal.h"
 
+#include <X11/keysym.h>
 #include <Xm/Protocols.h>
+
+#include <vector>
 
 #include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_root_window.h"
@@ -12,6 +15,27 @@ void pressed(Widget, XtPointer answer, XtPointer call) {
 }
 
 void closed(Widget, XtPointer answer, XtPointer) { *static_cast<int*>(answer) = 2; }
+
+// The answers of the boxes open now, the innermost last: Escape answers the
+// innermost with 2, as its Cancel would.
+std::vector<int*> open_answers;
+
+void escape(Widget, XtPointer, XEvent* event, Boolean*) {
+  if (event->type == KeyPress && XLookupKeysym(&event->xkey, 0) == XK_Escape && !open_answers.empty())
+    *open_answers.back() = 2;
+}
+
+// Escape reaches whichever part of the box has the keyboard, so every part
+// listens for it. Gadgets have no window and take no keys: their manager does.
+void learn_escape(Widget w) {
+  if (!XtIsWidget(w)) return;
+  XtAddEventHandler(w, KeyPressMask, False, escape, nullptr);
+  if (!XtIsComposite(w)) return;
+  WidgetList children = nullptr;
+  Cardinal count = 0;
+  XtVaGetValues(w, XtNchildren, &children, XtNnumChildren, &count, nullptr);
+  for (Cardinal i = 0; i < count; ++i) learn_escape(children[i]);
+}
 
 }  // namespace
 
@@ -26,8 +50,11 @@ void x11_wait_for_answer(const int* answered) {
 void x11_wait_modal(Widget box, int* answer) {
   Atom delete_window = XmInternAtom(x11_display(), const_cast<char*>("WM_DELETE_WINDOW"), False);
   XmAddWMProtocolCallback(XtParent(box), delete_window, closed, answer);
+  learn_escape(box);
   XtManageChild(box);
+  open_answers.push_back(answer);
   x11_wait_for_answer(answer);
+  open_answers.pop_back();
 }
 
 int x11_run_modal(Widget box) {

@@ -98,18 +98,22 @@ bool x11_select_directory(std::string& name, const std::string& title) {
 }
 
 bool x11_select_colour(bool palette, std::int32_t& rgb) {
+  // A template dialog makes only the buttons whose labels it is created
+  // with: without these it has no way out.
+  XmString ok = XmStringCreateLocalized(const_cast<char*>("OK"));
+  XmString cancel = XmStringCreateLocalized(const_cast<char*>("Cancel"));
   Arg args[] = {
       {const_cast<char*>(XmNdialogStyle), static_cast<XtArgVal>(XmDIALOG_FULL_APPLICATION_MODAL)},
       {const_cast<char*>(XmNdeleteResponse), static_cast<XtArgVal>(XmDO_NOTHING)},
+      {const_cast<char*>(XmNokLabelString), reinterpret_cast<XtArgVal>(ok)},
+      {const_cast<char*>(XmNcancelLabelString), reinterpret_cast<XtArgVal>(cancel)},
   };
   Widget box = XmCreateTemplateDialog(x11_modal_parent(), const_cast<char*>("colour"), args, XtNumber(args));
-  const std::string caption = palette ? caption_of(palette_dialog, "Colour Palette") : caption_of(colour_dialog, "Colour");
-  XtVaSetValues(XtParent(box), XmNtitle, caption.c_str(), nullptr);
-  XmString ok = XmStringCreateLocalized(const_cast<char*>("OK"));
-  XmString cancel = XmStringCreateLocalized(const_cast<char*>("Cancel"));
-  XtVaSetValues(box, XmNokLabelString, ok, XmNcancelLabelString, cancel, nullptr);
   XmStringFree(ok);
   XmStringFree(cancel);
+  const std::string caption = palette ? caption_of(palette_dialog, "Colour Palette") : caption_of(colour_dialog, "Colour");
+  XtVaSetValues(XtParent(box), XmNtitle, caption.c_str(), nullptr);
+  XtVaSetValues(box, XmNdefaultButton, XmMessageBoxGetChild(box, XmDIALOG_OK_BUTTON), nullptr);
 
   colour_box parts;
   Widget column = XtVaCreateManagedWidget("sliders", xmRowColumnWidgetClass, box, XmNorientation, XmVERTICAL, nullptr);
