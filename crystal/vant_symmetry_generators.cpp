@@ -204,6 +204,8 @@ namespace {
 // The coefficients of x, y and z in one field of a generator, "2x-y", after
 // its constant has been cut off. A coefficient is a signed number, a fraction
 // or nothing (1) in front of the letter.
+constexpr float largest_coefficient = 6.0f;
+
 vec3f field_coefficients(const std::string& field) {
   vec3f row{};
   std::string number;
@@ -255,6 +257,13 @@ void check_generator(const std::string& gen, bool& ok, std::string* symbol) {
     }
     const vec3f row = field_coefficients(f);
     for (int j = 0; j < 3; ++j) {
+      // Operators in a lattice basis have small coefficients; larger ones
+      // are typing errors whose products would overflow as the group grows.
+      if (!(std::fabs(row[j]) <= largest_coefficient)) {
+        ok = false;
+        fail("The matrix corresponding to a generator has coefficients too large for a symmetry operator");
+        return;
+      }
       mat[i][j] = row[j];
       imat[i][j] = static_cast<std::int32_t>(std::lround(row[j]));
     }
