@@ -33,9 +33,13 @@ class stderr_face final : public toolkit_backend {
  public:
   int message_box(int, int, int default_button, const std::string& text, const std::string&) override {
     std::fprintf(stderr, "%s\n", text.c_str());
+    told = true;
     return default_button;
   }
+  bool told = false;  // a message reached stderr
 };
+
+stderr_face face;
 
 struct map_summary {
   atom_list_type atoms;
@@ -58,6 +62,9 @@ bool load(const std::string& name, map_summary& m) {
   if (!qp::kerror) read_filebin_atm_pks();
   if (!qp::kerror && qp::npeaks > 0) m.peaks = qp::atomos;
   close_filebin();
+  // The program stops silently on a file cut inside the density summary; a
+  // user of this tool is told where the file ends.
+  if (qp::kerror && !face.told) std::fprintf(stderr, "The binary file ends inside the density summary\n");
   return !qp::kerror;
 }
 
@@ -262,7 +269,6 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: quelmora-info [--json] file.bin | [--json] --group TEXT\n");
     return 2;
   }
-  stderr_face face;
   set_toolkit_backend(&face);
   map_summary m;
   if (!load(name, m)) return 1;
