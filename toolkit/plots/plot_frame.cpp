@@ -59,7 +59,11 @@ void draw_across(std::string_view text, std::string_view options, bool below, fl
   const graphics_style_type saved = yypgsaverestore();
   const plot_frame_box b = plot_box();
   if (below) fit_text(shown, b.right - b.left, text_width_in_x_units());
-  const float inset = std::max(position * gap, 0.5f * text_height_in_y_units());
+  const float half = 0.5f * text_height_in_y_units();
+  // Below the plot the label stays clear of the scale's numbers by a
+  // quarter of a character.
+  const float clear = below ? gap - ipgstate.number_reach[0] - 1.25f * half : position * gap;
+  const float inset = std::max(std::min(position * gap, clear), half);
   const int alignment = alignment_of(options, 'L', 'R');
   wgrtextorientation(alignment, 0);
   wgrtextstring(anchor_along(alignment, b.left, b.right), below ? igrstate.ymin + inset : igrstate.ymax - inset, shown);
@@ -121,7 +125,9 @@ void ipgylabelleft(std::string_view text, std::string_view options) {
     const float char_px = g.chsizx * (g.xgamax - g.xgamin) * static_cast<float>(g.nxgraf);
     const float area_px = (g.ygamax - g.ygamin) * static_cast<float>(g.nygraf);
     fit_text(shown, b.top - b.bottom, area_px > 0 ? char_px / area_px * g.yunlen : text_height_in_y_units());
-    const float x = igrstate.xmin + std::max(ipgstate.rlabpos[1] * gap, 0.5f * text_height_in_x_units());
+    const float half = 0.5f * text_height_in_x_units();
+    const float clear = gap - ipgstate.number_reach[1] - 1.25f * half;
+    const float x = igrstate.xmin + std::max(std::min(ipgstate.rlabpos[1] * gap, clear), half);
     wgrtextorientation(alignment, 90);
     wgrtextstring(x, anchor_along(alignment, b.bottom, b.top), shown);
   } else {

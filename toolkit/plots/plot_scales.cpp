@@ -1,5 +1,7 @@
 #include "toolkit/plots/plot_scales.h"
 
+#include <algorithm>
+
 #include <cmath>
 #include <vector>
 
@@ -48,6 +50,7 @@ void draw_scale(int axis, std::string_view options) {
   const float gap = is_x ? (s.rscpos[0] + 0.5f) * text_height_in_y_units()
                          : 0.5f * s.rscpos[1] * text_width_in_x_units();
   wgrtextorientation(is_x ? 1 : 2, s.strangle[axis]);
+  float widest = 0;
   for (float v : values) {
     float gx = 0, gy = 0;
     ipgunitstogrunits(is_x ? v : s.xplow, is_x ? s.yplow : v, gx, gy);
@@ -59,7 +62,11 @@ void draw_scale(int axis, std::string_view options) {
       if (has(options, 'T')) igrjoin(box.left - outward, gy, box.left + inward, gy);
       if (has(options, 'N')) wgrtextstring(box.left - outward - gap, gy, text);
     }
+    widest = std::max(widest, wgrtextlength(text));
   }
+  if (has(options, 'N'))
+    ipgstate.number_reach[static_cast<std::size_t>(axis)] =
+        outward + gap + (is_x ? 0.5f * text_height_in_y_units() : widest);
   yypgsaverestore(saved);
 }
 

@@ -92,6 +92,7 @@ void ipgnewplot2(int igtype, int nsets, std::span<const int> nvals, std::optiona
   s.rnval1 = static_cast<float>(s.npval1);
   s.rnval11 = static_cast<float>(s.npval1 - 1);
   s.npdone = 0;
+  s.number_reach = {};
   s.igtype = igtype >= 1 && igtype <= 11 ? igtype : 4;
   decode_layer(layer.value_or(0));
   if (s.laydim == 1 || s.igtype == 8 || s.igtype == 10) {

@@ -42,6 +42,9 @@ struct ipg_state_type {
   std::array<float, 3> rlabpos = {0.7f, 0.8f, 0.8f};
   float titpos = 0.5f;
   std::array<float, 3> rscpos = {0.38f, 1.5f, 1.5f};
+  // How far the numbers of the last x and y scales reach out from the plot's
+  // edge, in graphics units (0 before any): the axis labels keep beyond them.
+  std::array<float, 2> number_reach{};
   float exppos = 0.4f, expsize = 0.6f;
   float xkepos = 0.7f;
   float xpgkmn = 1, ypgkmn = 1, xpgkmx = 0, ypgkmx = 0;
