@@ -115,19 +115,6 @@ TEST(CellMetrics, ReciprocalCell) {
   }
 }
 
-TEST(CellMetrics, CubicCell) {
-  cell_metrics_type c;
-  set_crystal_cell({10, 10, 10}, {90, 90, 90}, c);
-  EXPECT_FLOAT_EQ(c.cell_vol, 1000.0f);
-  for (int i = 0; i < 3; ++i) {
-    EXPECT_FLOAT_EQ(c.rcell[i], 0.1f);
-    EXPECT_FLOAT_EQ(c.rang[i], 90.0f);
-    for (int j = 0; j < 3; ++j) EXPECT_NEAR(c.cr_orth[i][j], i == j ? 10.0 : 0.0, 1e-5);
-  }
-  EXPECT_EQ(c.cart_type, "CA");
-  EXPECT_EQ(c.cell_vol_sigma, 0.0f);
-}
-
 // Codes as the caller wrote them: the record keeps them uncut to two
 // characters, the matrix uses the normalised code.
 TEST(CellMetrics, ConventionCodes) {
