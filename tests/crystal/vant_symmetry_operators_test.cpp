@@ -1,13 +1,11 @@
 // Operator texts: reading, writing and the tables' own texts.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include "crystal/vant_crystallographic_symmetry.h"
-#include "crystal/vant_symmetry_tables.h"
 
 namespace {
 
@@ -107,49 +105,6 @@ TEST(OperatorTexts, IntegerAndRealRotations) {
     std::string text;
     get_symsymbr(rot, tr, text);
     EXPECT_EQ(text, expected);
-  }
-}
-
-// Every generator of every group, written back, reads as the same operator.
-TEST(OperatorTexts, EveryGeneratorWritesAndReadsBack) {
-  set_it_gen();
-  int checked = 0;
-  for (const auto& row : spg_gen) {
-    for (std::size_t start = 11, end; start < row.size(); start = end + 1) {
-      end = std::min(row.find(';', start), row.size());
-      const std::string op = row.substr(start, end - start);
-      mat3i rot, again;
-      vec3f tr, tr_again;
-      read_xsym(op, 1, rot, &tr);
-      ASSERT_FALSE(err_symm) << row << ": " << err_symm_mess;
-      std::string text;
-      get_symsymbi(rot, tr, text);
-      EXPECT_EQ(text, op.substr(op.find_first_not_of(' '))) << row;
-      read_xsym(text, 1, again, &tr_again);
-      EXPECT_EQ(again, rot) << row;
-      for (int i = 0; i < 3; ++i) EXPECT_NEAR(tr_again[i], tr[i], 1e-6) << row;
-      ++checked;
-    }
-  }
-  EXPECT_GT(checked, 600);
-}
-
-// The Wyckoff texts are in the form the position writer gives.
-TEST(OperatorTexts, WyckoffTextsAreWhatThePositionWriterGives) {
-  set_wyckoff_info();
-  for (const auto& w : wyckoff_info) {
-    for (int k = 0; k < w.orbits; ++k) {
-      mat3i rot;
-      vec3f tr;
-      read_xsym(w.orbit[k], 1, rot, &tr, false);
-      ASSERT_FALSE(err_symm) << w.hm << " " << w.orbit[k];
-      mat3f real;
-      for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j) real[i][j] = static_cast<float>(rot[i][j]);
-      std::string text;
-      get_symsymbr(real, tr, text);
-      EXPECT_EQ(text, w.orbit[k]) << w.hm;
-    }
   }
 }
 

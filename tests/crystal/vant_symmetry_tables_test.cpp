@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 #include <tuple>
 
@@ -51,21 +50,6 @@ TEST(SymmetryTables, RemovedTableIsRebuilt) {
   EXPECT_TRUE(spgr_info.empty());
   set_spgr_info();
   EXPECT_EQ(spgr_info.size(), 612u);
-}
-
-// Each Wyckoff row names a setting once, and holds exactly its count of texts.
-TEST(SymmetryTables, WyckoffRowsNameSettingsOfTheTable) {
-  set_spgr_info();
-  set_wyckoff_info();
-  ASSERT_EQ(wyckoff_info.size(), 273u);
-  std::set<std::string> settings, names;
-  for (const auto& s : spgr_info) settings.insert(s.hm);
-  for (const auto& w : wyckoff_info) {
-    EXPECT_TRUE(settings.count(w.hm)) << w.hm;
-    EXPECT_TRUE(names.insert(w.hm).second) << "twice: " << w.hm;
-    for (int i = 0; i < 26; ++i) EXPECT_EQ(w.orbit[i].empty(), i >= w.orbits) << w.hm << " " << i;
-    if (w.hm == "P M M M") { EXPECT_EQ(w.orbits, 26); }  // the most special positions of any group
-  }
 }
 
 TEST(SymmetryTables, GeneratorsByNumberOrSymbol) {
