@@ -8,8 +8,6 @@
 #include <tuple>
 
 #include "crystal/vant_crystal_metrics.h"
-#include "crystal/vant_math_3d_inverse.h"
-#include "crystal/vant_math_degrees.h"
 
 namespace {
 
@@ -170,35 +168,6 @@ TEST(CellMetrics, DisplacementParameters) {
     }
     EXPECT_NEAR(u_equiv(c, u), ueq / 3, 1e-6);
   }
-}
-
-TEST(MatrixInverse, RegularAndSingular) {
-  mat3f b{};
-  std::int32_t ifail = -1;
-  err_math3d = false;
-  matrix_inverse({{{2, 1, 0}, {0, 3, 1}, {1, 0, 4}}}, b, ifail);  // det 25
-  EXPECT_EQ(ifail, 0);
-  const mat3f adjugate{{{12, -4, 1}, {1, 8, -2}, {-3, 1, 6}}};  // by hand
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) EXPECT_NEAR(b[i][j], adjugate[i][j] / 25.0, 1e-6);
-  EXPECT_FALSE(err_math3d);
-
-  matrix_inverse({{{1, 2, 3}, {2, 4, 6}, {0, 1, 1}}}, b, ifail);
-  EXPECT_EQ(ifail, 1);
-  EXPECT_EQ(err_math3d_mess, "Singular Matrix: inversion imposible");
-  EXPECT_EQ(b, (mat3f{{{-2, 1, 0}, {-2, 1, 0}, {2, -1, 0}}}));  // the adjugate left unscaled
-}
-
-TEST(DegreeFunctions, Values) {
-  const std::tuple<float, float, float> cases[] = {
-      {0, 1, 0}, {30, 0.8660254f, 0.5f}, {60, 0.5f, 0.8660254f}, {90, 0, 1}, {180, -1, 0}, {-45, 0.70710677f, -0.70710677f}};
-  for (const auto& [x, cos, sin] : cases) {
-    EXPECT_NEAR(cosd_sp(x), cos, 1e-7) << x;
-    EXPECT_NEAR(sind_sp(x), sin, 1e-7) << x;
-  }
-  EXPECT_EQ(cosd_sp(90.0f), static_cast<float>(std::cos(std::numbers::pi / 2)));
-  const std::pair<float, float> acos_cases[] = {{1.5f, 0}, {1, 0}, {0.5f, 60}, {0, 90}, {-0.5f, 120}, {-1, 180}, {-1.0001f, 180}};
-  for (const auto& [x, degrees] : acos_cases) EXPECT_NEAR(acosd_sp(x), degrees, 2e-5) << x;
 }
 
 }  // namespace

@@ -12,17 +12,11 @@
 
 namespace {
 
-struct CutstCase {
-  std::string line, rest, word;
-  std::int32_t nlong1, nlong2;
-  std::size_t word_size = std::string::npos;
-};
+struct CutstCase { std::string line, rest, word; std::int32_t nlong1, nlong2; std::size_t word_size = std::string::npos; };
 
 TEST(Cutst, FirstWordOff) {
   const CutstCase cases[] = {
-      {"", "", "", 0, 0},
-      {"     ", "", "", 0, 0},
-      {"word", "", "word", 0, 4},
+      {"", "", "", 0, 0},         {"     ", "", "", 0, 0},   {"word", "", "word", 0, 4},
       {"  ab   cd ef  ", "cd ef", "ab", 5, 2},
       {"abcdef gh", "gh", "abc", 2, 3, 3},  // word cut to its output
       {"a,b c", "c", "a,b", 1, 3},          // only the blank separates
@@ -43,19 +37,13 @@ TEST(Getnum, TrickyInputs) {
   const char* nan_msg = "The variable cannot be computed as a number in GETNUM";
   const char* lim_msg = "Limits of digit variable exceeded in GETNUM";
   const std::tuple<std::string, std::vector<float>, std::vector<std::int32_t>, const char*> cases[] = {
-      {"3.7", {3.7f}, {3}, nullptr},
-      {"1E2", {100.0f}, {1}, nullptr},
-      {"2.5e-3", {0.0025f}, {2}, nullptr},
-      {"-.5", {-0.5f}, {0}, nullptr},
+      {"3.7", {3.7f}, {3}, nullptr},       {"1E2", {100.0f}, {1}, nullptr},
+      {"2.5e-3", {0.0025f}, {2}, nullptr}, {"-.5", {-0.5f}, {0}, nullptr},
       {"   12    -7   0.125 ", {12.0f, -7.0f, 0.125f}, {12, -7, 0}, nullptr},
-      {"", {}, {}, nullptr},
-      {"+1", {}, {}, nan_msg},
-      {"1 2 x 3", {1.0f, 2.0f}, {1, 2}, nan_msg},
-      {"1,2", {}, {}, nan_msg},
-      {"4 1-2", {4.0f}, {4}, lim_msg},
-      {"1.2.3", {}, {}, nan_msg},
-      {".", {}, {}, nan_msg},
-      {"5E", {}, {}, nan_msg},
+      {"", {}, {}, nullptr},               {"+1", {}, {}, nan_msg},
+      {"1 2 x 3", {1.0f, 2.0f}, {1, 2}, nan_msg}, {"1,2", {}, {}, nan_msg},
+      {"4 1-2", {4.0f}, {4}, lim_msg},     {"1.2.3", {}, {}, nan_msg},
+      {".", {}, {}, nan_msg},              {"5E", {}, {}, nan_msg},
       {"1 2 3 4", {1.0f, 2.0f, 3.0f}, {1, 2, 3}, lim_msg},  // more than the arrays hold
   };
   for (const auto& [line, reals, ints, fault] : cases) {
@@ -135,18 +123,6 @@ TEST(GetFraction2dig, IntegersFractionsAndDecimals) {
       {12345.67f, "+*********"},  // too wide for its field
   };
   for (const auto& [v, text] : cases) EXPECT_EQ(get_fraction_2dig(v), text) << v;
-}
-
-TEST(CaseAndPacking, OnlyAsciiLettersChange) {
-  std::string s = "AbC9 z\xe9\xc9-Q";
-  lcase(s);
-  EXPECT_EQ(s, "abc9 z\xe9\xc9-q");
-  ucase(s);
-  EXPECT_EQ(s, "ABC9 Z\xe9\xc9-Q");
-  EXPECT_EQ(l_case("P 21/C"), "p 21/c");
-  EXPECT_EQ(u_case("fe3+"), "FE3+");
-  EXPECT_EQ(pack_string(" x, y ,  z+1/2 "), "x,y,z+1/2");
-  EXPECT_EQ(pack_string("   "), "");
 }
 
 TEST(ReadKey, FindsTheFirstLineWithTheKey) {

@@ -37,56 +37,29 @@ TEST(SymmetryOperations, ModuloLatFoldsOnlyDownToMinusTen) {
   EXPECT_FLOAT_EQ(p[2], 1.3f);
 }
 
-TEST(SymmetryOperations, AxesRotationByTraceAndDeterminant) {
-  const std::pair<const char*, int> cases[] = {
-      {"x,y,z", 1},    {"-x,-y,-z", -1}, {"-x,-y,z", 2},   {"x,y,-z", -2},  {"z,x,y", 3},
-      {"-z,-x,-y", -3}, {"-y,x,z", 4},   {"y,-x,-z", -4},  {"x-y,x,z", 6},  {"-x+y,-x,-z", -6},
-      {"-y,x-y,z", 3}, {"x,x,z", 0},    {"2x,y,z", 0},    {"2x,2y,2z", 0},
-  };
-  for (const auto& [text, order] : cases) EXPECT_EQ(axes_rotation(rotation_of(text)), order) << text;
-}
-
 TEST(SymmetryOperations, SearchopFindsRowsAndNegatives) {
-  // {rotation, first row, last row, row found (0: none), message ending}
-  const std::tuple<const char*, int, int, int, const char*> cases[] = {
-      {"y,x,-z", 1, 24, 13, nullptr},
-      {"-y,-x,z", 1, 24, -13, nullptr},  // minus row 13
-      {"y,x,-z", 25, 36, 31, nullptr},
-      {"2x,y,z", 1, 24, 0, " P m -3 m"},
-      {"2x,y,z", 25, 36, 0, " P 6/m m m"},
-      {"2x,y,z", 1, 36, 0, " P m -3 m or P 6/m m m"},
+  // {rotation, first row, last row, found before, found after (0: none), message ending}; an empty range
+  // keeps a row found before, or reports a zero one.
+  const std::tuple<const char*, int, int, int, int, const char*> cases[] = {
+      {"y,x,-z", 1, 24, 5, 13, nullptr},
+      {"-y,-x,z", 1, 24, 5, -13, nullptr},  // minus row 13
+      {"y,x,-z", 25, 36, 5, 31, nullptr},
+      {"2x,y,z", 1, 24, 5, 0, " P m -3 m"},
+      {"2x,y,z", 25, 36, 5, 0, " P 6/m m m"},
+      {"2x,y,z", 1, 36, 5, 0, " P m -3 m or P 6/m m m"},
+      {"x,y,z", 5, 4, 7, 7, nullptr},
+      {"x,y,z", 5, 4, 0, 0, " P m -3 m or P 6/m m m"},
   };
-  for (const auto& [text, i1, i2, row, ending] : cases) {
-    std::int32_t found = 5;
+  for (const auto& [text, i1, i2, before, after, ending] : cases) {
+    std::int32_t found = before;
     searchop(rotation_of(text), i1, i2, found);
-    EXPECT_EQ(found, row) << text << " in " << i1;
+    EXPECT_EQ(found, after) << text << " in " << i1;
     EXPECT_EQ(err_symm, ending != nullptr) << text << " in " << i1;
     if (ending) {
       EXPECT_EQ(err_symm_mess, std::string(" Try to re-write your S.O. using a rotational part identical to a "
                                            "S.O. of the space group") + ending);
     }
   }
-  // An empty range keeps a found row and reports nothing, or reports a zero one.
-  std::int32_t found = 7;
-  searchop(rotation_of("x,y,z"), 5, 4, found);
-  EXPECT_EQ(found, 7);
-  EXPECT_FALSE(err_symm);
-  found = 0;
-  searchop(rotation_of("x,y,z"), 5, 4, found);
-  EXPECT_TRUE(err_symm);
-}
-
-TEST(SymmetryOperations, LatticeVectorsByLetter) {
-  for (const char* l : {"P", "A", "B", "C", "I", "R", "F", "c", "Q"}) {
-    EXPECT_TRUE(lattice_trans({1, 1, 1}, l)) << l;
-    EXPECT_TRUE(lattice_trans({-2, 0, 3}, l)) << l;
-    const bool c_like = std::string("CFc").find(l[0]) != std::string::npos;
-    EXPECT_EQ(lattice_trans({0.5f, 0.5f, 0}, l), c_like) << l;
-    EXPECT_EQ(lattice_trans({0.5f, -0.5f, 1}, l), c_like) << l;
-  }
-  EXPECT_TRUE(lattice_trans({1.5f, 0.5f, 0.5f}, "I"));
-  EXPECT_TRUE(lattice_trans({1.0f / 3, 2.0f / 3, 2.0f / 3}, "R"));
-  EXPECT_FALSE(lattice_trans({1.0f / 3, 1.0f / 3, 2.0f / 3}, "R"));
 }
 
 TEST(SymmetryOperations, LatsymDecodesLettersAndZLattices) {
@@ -183,28 +156,6 @@ TEST(WyckoffPositions, OrbitOfAMirrorSiteInP21m) {
   EXPECT_TRUE(orbit[0].empty());
   EXPECT_EQ(get_multip_pos_crys({0, 0, 0}, spg), 2);
   EXPECT_EQ(get_multip_pos_crys({1, -1, 0}, spg), 2);
-}
-
-// In every tabulated setting (each row holding exactly its count of texts),
-// the orbit of each position and the multiplicity of one of its points
-// agree, and divide the general one.
-TEST(WyckoffPositions, OrbitsAndPointsAgreeInEveryTabulatedSetting) {
-  set_wyckoff_info();
-  const auto rows = wyckoff_info;
-  ASSERT_EQ(rows.size(), 273u);
-  for (const auto& w : rows) {
-    for (int i = 0; i < 26; ++i) EXPECT_EQ(w.orbit[i].empty(), i >= w.orbits) << w.hm << " " << i;
-    space_group_type g;
-    set_spacegroup(w.hm, g);
-    ASSERT_FALSE(err_symm) << w.hm << ": " << err_symm_mess;
-    ASSERT_EQ(g.wyckoff.count, w.orbits) << w.hm;
-    for (int k = 0; k < w.orbits; ++k) {
-      const wyck_pos_type& p = g.wyckoff.pos[static_cast<std::size_t>(k)];
-      EXPECT_EQ(get_multip_pos_crys(point_of(p.origin), g), p.multiplicity) << w.hm << " " << p.origin;
-      EXPECT_LT(p.multiplicity, g.multip) << w.hm << " " << p.origin;
-      EXPECT_EQ(g.multip % p.multiplicity, 0) << w.hm << " " << p.origin;
-    }
-  }
 }
 
 }  // namespace
