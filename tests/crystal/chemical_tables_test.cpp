@@ -32,20 +32,16 @@ TEST(ChemInfo, RowsInOrder) {
 // literature (IUPAC; Sears 1992); hydrogen's row in full.
 TEST(ChemInfo, PublishedValues) {
   set_chem_info();
-  struct Known {
-    std::size_t row;
-    float atwe, sctf, sea;
-  };
-  const Known known[] = {
+  // {row, atomic weight, scattering length (fm), absorption cross-section (barn)}
+  const std::tuple<std::size_t, float, float, float> known[] = {
       {5, 12.0107f, 0.6646f, 0.0035f}, {7, 15.9994f, 0.5803f, 0.00019f}, {25, 55.845f, 0.945f, 2.56f},
       {27, 58.6934f, 1.03f, 4.49f},    {47, 112.411f, 0.487f, 2520.0f},  {24, 54.938f, -0.373f, 13.3f},
       {107, 2.0141f, 0.6671f, 0.000519f},
   };
-  for (const Known& k : known) {
-    SCOPED_TRACE(chem_info[k.row].symb);
-    EXPECT_NEAR(chem_info[k.row].atwe, k.atwe, 2e-3);
-    EXPECT_NEAR(chem_info[k.row].sctf, k.sctf, 0.02);
-    EXPECT_NEAR(chem_info[k.row].sea, k.sea, 0.01 * k.sea);
+  for (const auto& [row, atwe, sctf, sea] : known) {
+    EXPECT_NEAR(chem_info[row].atwe, atwe, 2e-3) << chem_info[row].symb;
+    EXPECT_NEAR(chem_info[row].sctf, sctf, 0.02) << chem_info[row].symb;
+    EXPECT_NEAR(chem_info[row].sea, sea, 0.01 * sea) << chem_info[row].symb;
   }
   const chem_info_type& h = chem_info[0];
   EXPECT_EQ(h.name, "Hydrogen");

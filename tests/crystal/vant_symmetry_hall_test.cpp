@@ -8,13 +8,7 @@
 
 namespace {
 
-struct HallCase {
-  const char* symbol;
-  int order;
-  int centring_code;
-  const char* latsy;
-  vec3f co;
-};
+struct HallCase { const char* symbol; int order, centring_code; const char* latsy; vec3f co; };
 
 TEST(HallSymbols, CentresLatticesAndSystems) {
   const HallCase cases[] = {
@@ -38,17 +32,6 @@ TEST(HallSymbols, CentresLatticesAndSystems) {
     for (int i = 0; i < 3; ++i) EXPECT_NEAR(g.co[i], c.co[i], 1e-6) << c.symbol;
     EXPECT_EQ(g.ss[0], (mat3i{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}})) << c.symbol;
   }
-}
-
-// A change of origin "(1 0 0)", in twelfths, is conjugated into the
-// operators: the two-fold axis about z moves to x = 1/12.
-TEST(HallSymbols, OriginShiftIsConjugatedIn) {
-  symmetry_build_type g;
-  get_so_from_hall("P 2 (1 0 0)", g);
-  ASSERT_FALSE(err_symm) << err_symm_mess;
-  std::string text;
-  get_symsymbi(g.ss[1], g.ts[1], text);
-  EXPECT_EQ(text, "-x+1/6,-y,z");
 }
 
 TEST(HallSymbols, Failures) {

@@ -19,14 +19,11 @@ struct ReadCase {
 
 TEST(ReadXsym, AcceptedFormsAndDeliberateReadings) {
   const ReadCase cases[] = {
-      {"x,y,z", identity, {0, 0, 0}},
-      {"-y,x-y,z+1/3", {{{0, -1, 0}, {1, -1, 0}, {0, 0, 1}}}, {0, 0, 1.0f / 3}},
-      {"1/2+x,y,z", identity, {0.5f, 0, 0}},
-      {"x+0.25,y,z", identity, {0.25f, 0, 0}},
+      {"x,y,z", identity, {0, 0, 0}},        {"-y,x-y,z+1/3", {{{0, -1, 0}, {1, -1, 0}, {0, 0, 1}}}, {0, 0, 1.0f / 3}},
+      {"1/2+x,y,z", identity, {0.5f, 0, 0}}, {"x+0.25,y,z", identity, {0.25f, 0, 0}},
       {"2x,y,z", {{{2, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {0, 0, 0}},
-      {"X,Y,Z", identity, {0, 0, 0}},
+      {"X,Y,Z", identity, {0, 0, 0}},        {"x*y*z*", identity, {0, 0, 0}},
       {" - x , y - 1/4 ,  z ", {{{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {0, -0.25f, 0}},
-      {"x*y*z*", identity, {0, 0, 0}},
       {"-1/2-x,y,z", {{{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {-0.5f, 0, 0}},
       // two-digit denominators are read digit by digit: 1/12 is 1/1/2
       {"x,y,z+1/12", identity, {0, 0, 0.5f}},
@@ -53,9 +50,7 @@ TEST(ReadXsym, AcceptedFormsAndDeliberateReadings) {
 
 TEST(ReadXsym, Failures) {
   const std::pair<const char*, const char*> cases[] = {
-      {"x,y", " Blank operator field"},
-      {"x,,z", " Blank operator field"},
-      {"", " Blank operator field"},
+      {"x,y", " Blank operator field"}, {"x,,z", " Blank operator field"}, {"", " Blank operator field"},
       {"x,y,q", " Invalid character... q in operator string"},
       {"x;y,z", " Invalid character... ; in operator string"},
       {"x,x,z", " The above operator is wrong: x,x,z"},

@@ -141,21 +141,4 @@ TEST(WyckoffPositions, RecordsCarryThePublishedMultiplicities) {
   }
 }
 
-TEST(WyckoffPositions, OrbitOfAMirrorSiteInP21m) {
-  space_group_type spg;
-  set_spacegroup("11", spg);
-  ASSERT_EQ(spg.multip, 4);
-  std::int32_t count = 0;
-  std::array<std::string, 48> orbit;
-  wyckoff_orbit(spg, "  x,1/4,z", count, orbit);
-  ASSERT_EQ(count, 2);
-  EXPECT_EQ(orbit[0], "x,1/4,z");
-  EXPECT_EQ(orbit[1], "-x,3/4,-z");
-  wyckoff_orbit(spg, "   ", count, orbit);
-  EXPECT_EQ(count, 0);
-  EXPECT_TRUE(orbit[0].empty());
-  EXPECT_EQ(get_multip_pos_crys({0, 0, 0}, spg), 2);
-  EXPECT_EQ(get_multip_pos_crys({1, -1, 0}, spg), 2);
-}
-
 }  // namespace

@@ -195,6 +195,10 @@ TEST(SetSpacegroup, RecordFieldsOfTheGroup) {
   EXPECT_EQ(g.sym_op_symb, (std::vector<std::string>{"x,y,z", "-x,y+1/2,-z+1/2", "-x,-y,-z", "x,-y+1/2,z+1/2"}));
   EXPECT_FLOAT_EQ(g.r_asym_unit[1][1], 0.25f);  // the asymmetric unit ends at b/4
   EXPECT_EQ(g.wyckoff.pos[0].orbit[1], "0,1/2,1/2");
+  std::int32_t count = 5;
+  std::array<std::string, 48> orbit;
+  wyckoff_orbit(g, "   ", count, orbit);  // no position, no orbit
+  EXPECT_EQ(count, 0);
   set_spacegroup("P N N N:1", g);
   EXPECT_EQ(g.centred, 0);
   EXPECT_EQ(g.centre.substr(0, 38), "Centric (-1 not at origin)  Gen(-1):-x");

@@ -19,16 +19,11 @@ TEST(SymmetryTables, SettingsAreOrderedByNumberAndFitTheirFields) {
   ASSERT_EQ(spgr_info.size(), 612u);
   EXPECT_EQ(row(1).n, 1);
   EXPECT_EQ(row(612).n, 230);
-  for (int r = 1; r <= 612; ++r) {
-    const spgr_info_type& s = row(r);
-    if (r > 1) { EXPECT_TRUE(s.n - row(r - 1).n == 0 || s.n - row(r - 1).n == 1) << "row " << r; }
+  for (int r = 2; r <= 612; ++r) EXPECT_TRUE(row(r).n == row(r - 1).n || row(r).n == row(r - 1).n + 1) << "row " << r;
+  for (const spgr_info_type& s : spgr_info) {
     EXPECT_LE(s.hm.size(), 12u) << s.hm;
     EXPECT_LE(s.hall.size(), 16u) << s.hm;
-    for (int i = 0; i < 3; ++i) {
-      EXPECT_GE(s.asu[i], 0) << s.hm;
-      EXPECT_LT(s.asu[i], s.asu[i + 3]) << s.hm;
-      EXPECT_LE(s.asu[i + 3], 24) << s.hm;
-    }
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(0 <= s.asu[i] && s.asu[i] < s.asu[i + 3] && s.asu[i + 3] <= 24) << s.hm;
   }
 }
 
