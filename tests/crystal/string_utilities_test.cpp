@@ -12,7 +12,11 @@
 
 namespace {
 
-struct CutstCase { std::string line, rest, word; std::int32_t nlong1, nlong2; std::size_t word_size = std::string::npos; };
+struct CutstCase {
+  std::string line, rest, word;
+  std::int32_t nlong1, nlong2;
+  std::size_t word_size = std::string::npos;
+};
 
 TEST(Cutst, FirstWordOff) {
   const CutstCase cases[] = {
@@ -65,9 +69,8 @@ TEST(Getword, WordsAndQuotes) {
   const std::tuple<std::string, std::vector<std::string>, const char*, std::size_t> cases[] = {
       {"a \"b c\" d", {"a", "b c", "d"}, nullptr, std::string::npos},
       {"  Fe1  Fe3+ ", {"Fe1", "Fe3+"}, nullptr, std::string::npos},
-      {"", {}, nullptr, std::string::npos},
+      {"", {}, nullptr, std::string::npos}, {"\"", {}, "Non balanced quotes!", std::string::npos},
       {"say \"hello", {}, "Non balanced quotes!", std::string::npos},
-      {"\"", {}, "Non balanced quotes!", std::string::npos},
       {"w x y z", {"w", "x", "y"}, "Dimension of DIRE exceeded", std::string::npos},
       {"longword \"two words\"", {"long", "two "}, nullptr, 4},
   };
@@ -90,12 +93,9 @@ TEST(GetnumStd, ValuesWithUncertainties) {
   const std::tuple<std::string, std::vector<std::pair<float, float>>, const char*> cases[] = {
       {"1.234(5) 12(3) 7", {{1.234f, 0.005f}, {12.0f, 3.0f}, {7.0f, 0.0f}}, nullptr},
       {"-0.25(12) 90", {{-0.25f, 0.12f}, {90.0f, 0.0f}}, nullptr},
-      {"5.4321(11)", {{5.4321f, 0.0011f}}, nullptr},
-      {"1.0(1) ! 2.0(3)", {{1.0f, 0.1f}}, nullptr},
-      {"3 # 4", {{3.0f, 0.0f}}, nullptr},
-      {"   ! only a comment", {}, nullptr},
-      {"", {}, "Blank line"},
-      {"1.5(2 3", {}, wrong},
+      {"5.4321(11)", {{5.4321f, 0.0011f}}, nullptr}, {"1.0(1) ! 2.0(3)", {{1.0f, 0.1f}}, nullptr},
+      {"3 # 4", {{3.0f, 0.0f}}, nullptr},           {"   ! only a comment", {}, nullptr},
+      {"", {}, "Blank line"},                       {"1.5(2 3", {}, wrong},
       {"2 1.5)2(", {{2.0f, 0.0f}}, wrong},
       {"x(1)", {}, "The variable cannot be computed as a number in GETNUM"},
   };

@@ -63,29 +63,27 @@ TEST(SymmetryOperations, SearchopFindsRowsAndNegatives) {
 }
 
 TEST(SymmetryOperations, LatsymDecodesLettersAndZLattices) {
-  latsym("-p 2ybc");
-  EXPECT_FALSE(err_symm);
-  EXPECT_EQ(nlat, 1);
-  EXPECT_EQ(lat_ch, "P");
-  latsym("F");
-  EXPECT_EQ(nlat, 4);
-  EXPECT_EQ(inlat, 7);
-  EXPECT_FLOAT_EQ(ltr[3][1], 0.5f);
-  latsym("q");
-  EXPECT_EQ(err_symm_mess, "Wrong Lattice Symbol Q");
-  EXPECT_EQ(nlat, 1);
-  latsym("Z");
-  EXPECT_EQ(err_symm_mess, "Unconventional Lattice Symbol Z needs centring vectors");
   const std::vector<vec3f> vectors = {{0.25f, 0.25f, 0}, {0.5f, 0.5f, 0}};
-  latsym("x", 2, &vectors);
-  EXPECT_FALSE(err_symm);
-  EXPECT_EQ(nlat, 3);
-  EXPECT_EQ(inlat, 8);
-  EXPECT_EQ(lat_ch, "Z");
+  // {letters, centring vectors given, lattice vectors, letter code, letter, message}
+  const std::tuple<const char*, const std::vector<vec3f>*, int, int, const char*, const char*> cases[] = {
+      {"-p 2ybc", nullptr, 1, 1, "P", ""},
+      {"F", nullptr, 4, 7, "F", ""},
+      {"q", nullptr, 1, 1, "Q", "Wrong Lattice Symbol Q"},
+      {"Z", nullptr, 1, 1, "Z", "Unconventional Lattice Symbol Z needs centring vectors"},
+      {"x", &vectors, 3, 8, "Z", ""},
+  };
+  for (const auto& [text, given, n, code, letter, message] : cases) {
+    latsym(text, given ? static_cast<std::int32_t>(given->size()) : 0, given);
+    EXPECT_EQ(std::make_tuple(nlat, inlat, lat_ch, err_symm, err_symm_mess),
+              std::make_tuple(n, code, letter, *message != '\0', message))
+        << text;
+  }
+  EXPECT_FLOAT_EQ(ltr[2][0], 0.5f);  // the last vector given
   // the "Z" test reads the lattice last decoded
   EXPECT_TRUE(lattice_trans({0.25f, 0.25f, 0}, "Z"));
   EXPECT_FALSE(lattice_trans({0.25f, 0.5f, 0}, "Z"));
-  latsym("P");
+  latsym("F");
+  EXPECT_FLOAT_EQ(ltr[3][1], 0.5f);
   EXPECT_FALSE(lattice_trans({0.25f, 0.25f, 0}, "Z"));
 }
 

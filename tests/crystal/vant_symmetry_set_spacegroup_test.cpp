@@ -1,10 +1,11 @@
-// Space groups from numbers, symbols and operator lists.
+// Space groups from numbers, Hall and Hermann-Mauguin symbols, and operator lists.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cinttypes>
 #include <cstdio>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -23,7 +24,8 @@ std::set<std::string> operator_set(const space_group_type& g) {
     std::string t;
     for (const auto& row : op.rot)
       for (int v : row) t += std::to_string(v) + ",";
-    for (int i = 0; i < 3; ++i) t += std::to_string(((std::lround(op.tr[i] * 24.0f) % 24) + 24) % 24) + (i < 2 ? "," : "");
+    for (int i = 0; i < 3; ++i)
+      t += std::to_string(((std::lround(op.tr[i] * 24.0f) % 24) + 24) % 24) + (i < 2 ? "," : "");
     s.insert(t);
   }
   return s;
@@ -121,8 +123,12 @@ TEST(SetSpacegroup, NumbersSymbolsAndOriginChoices) {
   }
 }
 
-// derived: an operator the record must hold
-struct ListCase { const char *mode, *text; std::vector<std::string> gens; int multip; const char *symb, *hall, *setting, *derived; };
+struct ListCase {
+  const char *mode, *text;
+  std::vector<std::string> gens;
+  int multip;
+  const char *symb, *hall, *setting, *derived;  // derived: an operator the record must hold
+};
 
 TEST(SetSpacegroup, GeneratorsAndFixedLists) {
   const char* tabulated = "Tabulated Setting";
@@ -162,7 +168,8 @@ TEST(SetSpacegroup, Failures) {
   const std::vector<std::string> flat = {"x,x,z"};
   const std::vector<std::string> infinite = {"-y,x-y,z", "x,-z,y"};  // 3 and 4 about different axes
   const FailureCase cases[] = {
-      {"", "231", nullptr, " Number of Space Group out of limits"}, {"", "0", nullptr, " Number of Space Group out of limits"},
+      {"", "231", nullptr, " Number of Space Group out of limits"},
+      {"", "0", nullptr, " Number of Space Group out of limits"},
       {"", "Q 1", nullptr, " IBRAVL is Equal Zero"},
       {"XYZ", "14", nullptr, " Problems in SpaceGroup"},
       {"FIX", "", nullptr, " Generators should be provided if FIX option is Used"},
@@ -172,6 +179,22 @@ TEST(SetSpacegroup, Failures) {
       {"GEN", "", &infinite, " Dimension of Table exceeded (I)"},
       {"ITC", "231", nullptr, " The number of the space group should be in the interval [1,230]"},
       {"ITC", "X 9", nullptr, " Problems in SpaceGroup: X 9 => the HM symbol or the number is incorrect"},
+      {"HAL", "", nullptr, " IBRAVL is Equal Zero"},
+      {"HAL", "P 21", nullptr, " Screw translation on a rotation of order 2 in Hall symbol: 21"},
+      {"HAL", "P 2*", nullptr, " Wrong order and axis in Hall symbol: 2*"},
+      {"HAL", "P 5", nullptr, " Wrong rotation order in Hall symbol: 5"},
+      {"HAL", "P 2q", nullptr, " Wrong character in Hall symbol: 2Q"},
+      // Hermann-Mauguin symbols outside the table are parsed, and refused when malformed.
+      {"HMS", "Q 2", nullptr, " Wrong space-group symbol: Q 2"},
+      {"HMS", "P 2M", nullptr,
+       " A rotation axis cannot be immediately followed by a planeM within the same symmetry direction"},
+      {"HMS", "P M2", nullptr,
+       " A mirror plane cannot be immediately followed by a rotation axis2 within the same symmetry direction"},
+      {"HMS", "P 23", nullptr, " Screw axis: 23 not allowed"},
+      {"HMS", "C M C E", nullptr, " The symbol: E is not allowed"},
+      {"HMS", "P 2/-M", nullptr, " The symbol: - is not allowed"},
+      {"HMS", "P 22", nullptr, " The symbol: 2 has been repeated within the same symmetry direction"},
+      {"HMS", "P MN", nullptr, " There is more than one plane within the same symmetry direction"},
   };
   for (const auto& c : cases) {
     const std::string mode = c.mode;
@@ -180,6 +203,33 @@ TEST(SetSpacegroup, Failures) {
     set_spacegroup(c.text, g, c.gens, c.gens ? &n : nullptr, mode.empty() ? nullptr : &mode);
     EXPECT_TRUE(err_symm) << c.mode << " " << c.text;
     EXPECT_EQ(err_symm_mess, c.message) << c.mode << " " << c.text;
+  }
+}
+
+// Centres, lattices and systems read from Hall symbols, in any case.
+struct HallCase { const char* symbol; int order, centring_code; const char* latsy; vec3f co; };
+
+TEST(HallSymbols, CentresLatticesAndSystems) {
+  const HallCase cases[] = {
+      {"P 1", 1, 1, "aP", {0, 0, 0}},
+      {"-P 1", 2, 2, "aP", {0, 0, 0}},
+      {"P 2 -1n", 4, 0, "mP", {0.25f, 0.25f, 0.25f}},
+      {"P 2 -1", 4, 2, "mP", {0, 0, 0}},
+      {"-p 2ybc", 4, 2, "mP", {0, 0, 0}},
+      {"F 4d 2 3 -1d", 192, 0, "cF", {0.125f, 0.125f, 0.125f}},
+      {"-R 3 2\"", 36, 2, "hR", {0, 0, 0}},
+      {"P 6c 2c", 12, 1, "hP", {0, 0, 0}},
+      {"  i 4bw 2bw -1bw", 32, 0, "tI", {0, 0.25f, 0.125f}},
+  };
+  for (const auto& c : cases) {
+    symmetry_build_type g;
+    get_so_from_hall(c.symbol, g);
+    ASSERT_FALSE(err_symm) << c.symbol << ": " << err_symm_mess;
+    EXPECT_EQ(static_cast<int>(g.ss.size()), c.order) << c.symbol;
+    EXPECT_EQ(g.centring_code, c.centring_code) << c.symbol;
+    EXPECT_EQ(g.latsy, c.latsy) << c.symbol;
+    for (int i = 0; i < 3; ++i) EXPECT_NEAR(g.co[i], c.co[i], 1e-6) << c.symbol;
+    EXPECT_EQ(g.ss[0], (mat3i{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}})) << c.symbol;
   }
 }
 
@@ -195,10 +245,6 @@ TEST(SetSpacegroup, RecordFieldsOfTheGroup) {
   EXPECT_EQ(g.sym_op_symb, (std::vector<std::string>{"x,y,z", "-x,y+1/2,-z+1/2", "-x,-y,-z", "x,-y+1/2,z+1/2"}));
   EXPECT_FLOAT_EQ(g.r_asym_unit[1][1], 0.25f);  // the asymmetric unit ends at b/4
   EXPECT_EQ(g.wyckoff.pos[0].orbit[1], "0,1/2,1/2");
-  std::int32_t count = 5;
-  std::array<std::string, 48> orbit;
-  wyckoff_orbit(g, "   ", count, orbit);  // no position, no orbit
-  EXPECT_EQ(count, 0);
   set_spacegroup("P N N N:1", g);
   EXPECT_EQ(g.centred, 0);
   EXPECT_EQ(g.centre.substr(0, 38), "Centric (-1 not at origin)  Gen(-1):-x");
@@ -206,38 +252,17 @@ TEST(SetSpacegroup, RecordFieldsOfTheGroup) {
   EXPECT_TRUE(g.hexa);
 }
 
-TEST(HermannMauguin, SymbolChecks) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"Q 2", " Wrong space-group symbol: Q 2"},
-      {"P 2M", " A rotation axis cannot be immediately followed by a planeM within the same symmetry direction"},
-      {"P M2", " A mirror plane cannot be immediately followed by a rotation axis2 within the same symmetry direction"},
-      {"P 23", " Screw axis: 23 not allowed"},
-      {"C M C E", " The symbol: E is not allowed"},
-      {"P 2/-M", " The symbol: - is not allowed"},
-      {"P 22", " The symbol: 2 has been repeated within the same symmetry direction"},
-      {"P MN", " There is more than one plane within the same symmetry direction"},
-  };
-  for (const auto& [symbol, message] : cases) {
-    symmetry_build_type g;
-    get_so_from_hms(symbol, g);
-    EXPECT_TRUE(err_symm) << symbol;
-    EXPECT_EQ(err_symm_mess, message) << symbol;
-  }
-}
-
 // The names get_laue_pg gives where the table writes another: the "R" Laue
 // classes, the old cubic symbols, the literal names of the trigonal groups on
 // hexagonal axes, and the mm2 orientations (get_laue_pg names them by their
 // first two-fold axis: along x "mm2", along y "m2m", along z "2mm").
 std::string as_from_operators(const std::string& name, bool hexagonal_axes, bool acentric) {
-  if (name == "-3 R") return "-3";
-  if (name == "-3m R" || name == "-3m1") return "-3m";
-  if (name == "m3") return "m-3";
-  if (name == "m3m") return "m-3m";
+  static const std::map<std::string, std::string> renamed = {{"-3 R", "-3"}, {"-3m R", "-3m"}, {"-3m1", "-3m"},
+                                                             {"m3", "m-3"},  {"m3m", "m-3m"},  {"mm2", "2mm"},
+                                                             {"2mm", "mm2"}};
   if (hexagonal_axes && acentric && (name == "32" || name == "312")) return "-" + name;
-  if (name == "mm2") return "2mm";
-  if (name == "2mm") return "mm2";
-  return name;
+  const auto it = renamed.find(name);
+  return it == renamed.end() ? name : it->second;
 }
 
 // Laue class and point group worked out from the operators agree with the
@@ -276,13 +301,10 @@ TEST(HallSymbolWriter, AcentricSettingsMovedByAQuarter) {
     space_group_type g;
     set_spacegroup(row.hall, g, nullptr, nullptr, &hall_mode);
     if (g.centred != 1) continue;
-    for (auto& op : g.sym_op) {
-      vec3f t = op.tr;
-      for (int i = 0; i < 3; ++i) {
-        t[i] += 0.25f;
-        for (int j = 0; j < 3; ++j) t[i] -= 0.25f * static_cast<float>(op.rot[i][j]);
-      }
-      op.tr = modulo_lat(t);
+    for (auto& op : g.sym_op) {  // t + s - R s, s = (1/4, 1/4, 1/4)
+      for (int i = 0; i < 3; ++i)
+        op.tr[i] += 0.25f * static_cast<float>(1 - op.rot[i][0] - op.rot[i][1] - op.rot[i][2]);
+      op.tr = modulo_lat(op.tr);
     }
     std::string hall;
     get_hallsymb_from_gener(g, &hall);
