@@ -8,15 +8,13 @@
 #include <tuple>
 
 #include "crystal/vant_crystal_metrics.h"
+#include "crystal/vant_math_general.h"
 
 namespace {
 
 constexpr double deg = std::numbers::pi / 180.0;
 
-struct Cell {
-  const char* name;
-  vec3f cell, ang;
-};
+struct Cell { const char* name; vec3f cell, ang; };
 
 const Cell cells[] = {
     {"cubic", {10.0f, 10.0f, 10.0f}, {90.0f, 90.0f, 90.0f}},
@@ -26,9 +24,7 @@ const Cell cells[] = {
 };
 
 // Textbook direct metric, volume and reciprocal cell, in double.
-struct Textbook {
-  double g[3][3], v, rcell[3], rang[3];
-};
+struct Textbook { double g[3][3], v, rcell[3], rang[3]; };
 
 Textbook textbook(const vec3f& l, const vec3f& a) {
   const double ca = std::cos(a[0] * deg), cb = std::cos(a[1] * deg), cg = std::cos(a[2] * deg);
@@ -109,10 +105,9 @@ TEST(CellMetrics, ConventionCodes) {
     cell_metrics_type reference, c;
     set_crystal_cell(cell, ang, reference, std::string(matrix_of));
     set_crystal_cell(cell, ang, c, given);
-    EXPECT_EQ(err_crys, error);
-    EXPECT_EQ(err_crys_mess, error ? "Invalid CarType in call to Get_Cryst_Orthog_Matrix. Reset to default" : "");
+    const char* message = error ? "Invalid CarType in call to Get_Cryst_Orthog_Matrix. Reset to default" : "";
+    EXPECT_EQ(std::tie(err_crys, err_crys_mess, c.cart_type), std::make_tuple(error, message, stored));
     EXPECT_EQ(c.cr_orth, reference.cr_orth);
-    EXPECT_EQ(c.cart_type, stored);
   }
 }
 
@@ -168,6 +163,20 @@ TEST(CellMetrics, DisplacementParameters) {
       EXPECT_NEAR(bb[n], 0.25 * aa * u[n], 1e-8);
     }
     EXPECT_NEAR(u_equiv(c, u), ueq / 3, 1e-6);
+  }
+}
+
+TEST(MathGeneral, ScalarTestsAtDefaultTolerance) {
+  ASSERT_FLOAT_EQ(epss_val(), 1.0e-5f);
+  // {x, negligible, integral}
+  const std::tuple<float, bool, bool> cases[] = {
+      {0.0f, true, true},        {9.0e-6f, true, true}, {-9.0e-6f, true, true},  {2.0e-5f, false, false},
+      {1.0f, false, true},       {2.999995f, false, true}, {-4.000008f, false, true}, {0.5f, false, false},
+      {-0.49999f, false, false}, {7.00003f, false, false},
+  };
+  for (const auto& [x, negligible, integral] : cases) {
+    EXPECT_EQ(negligibler(x), negligible) << x;
+    EXPECT_EQ(zbelongn(x), integral) << x;
   }
 }
 

@@ -12,28 +12,21 @@
 
 namespace {
 
-struct CutstCase {
-  std::string line, rest, word;
-  std::int32_t nlong1, nlong2;
-  std::size_t word_size = std::string::npos;
-};
-
 TEST(Cutst, FirstWordOff) {
-  const CutstCase cases[] = {
-      {"", "", "", 0, 0},         {"     ", "", "", 0, 0},   {"word", "", "word", 0, 4},
-      {"  ab   cd ef  ", "cd ef", "ab", 5, 2},
+  const auto all = std::string::npos;
+  // {line, rest, word, length of the rest, length of the word, room for the word}
+  const std::tuple<std::string, std::string, std::string, std::int32_t, std::int32_t, std::size_t> cases[] = {
+      {"", "", "", 0, 0, all},       {"     ", "", "", 0, 0, all},   {"word", "", "word", 0, 4, all},
+      {"  ab   cd ef  ", "cd ef", "ab", 5, 2, all},
       {"abcdef gh", "gh", "abc", 2, 3, 3},  // word cut to its output
-      {"a,b c", "c", "a,b", 1, 3},          // only the blank separates
-      {"a\tb c", "c", "a\tb", 1, 3},
+      {"a,b c", "c", "a,b", 1, 3, all},     // only the blank separates
+      {"a\tb c", "c", "a\tb", 1, 3, all},
   };
-  for (const CutstCase& c : cases) {
-    std::string line = c.line, word = "junk";
+  for (const auto& [text, rest, first, nlong1, nlong2, word_size] : cases) {
+    std::string line = text, word = "junk";
     std::int32_t n1 = -1, n2 = -1;
-    cutst(line, &n1, &word, &n2, c.word_size);
-    EXPECT_EQ(line, c.rest) << "[" << c.line << "]";
-    EXPECT_EQ(word, c.word) << "[" << c.line << "]";
-    EXPECT_EQ(n1, c.nlong1) << "[" << c.line << "]";
-    EXPECT_EQ(n2, c.nlong2) << "[" << c.line << "]";
+    cutst(line, &n1, &word, &n2, word_size);
+    EXPECT_EQ(std::make_tuple(line, word, n1, n2), std::make_tuple(rest, first, nlong1, nlong2)) << "[" << text << "]";
   }
 }
 
@@ -60,8 +53,7 @@ TEST(Getnum, TrickyInputs) {
     ASSERT_EQ(n, static_cast<std::int32_t>(reals.size()));
     for (std::size_t k = 0; k < 3; ++k) EXPECT_FLOAT_EQ(v[k], k < reals.size() ? reals[k] : 0.0f);
     for (std::size_t k = 0; k < reals.size(); ++k) EXPECT_EQ(iv[k], ints[k]);
-    EXPECT_EQ(err_string_mess, fault ? fault : "");
-    EXPECT_EQ(err_string, fault != nullptr);
+    EXPECT_EQ(std::tie(err_string, err_string_mess), std::make_tuple(fault != nullptr, fault ? fault : ""));
   }
 }
 
@@ -83,8 +75,7 @@ TEST(Getword, WordsAndQuotes) {
     getword(line, dire, n, word_size);
     ASSERT_EQ(n, static_cast<std::int32_t>(words.size()));
     for (std::size_t k = 0; k < words.size(); ++k) EXPECT_EQ(dire[k], words[k]);
-    EXPECT_EQ(err_string_mess, fault ? fault : "");
-    EXPECT_EQ(err_string, fault != nullptr);
+    EXPECT_EQ(std::tie(err_string, err_string_mess), std::make_tuple(fault != nullptr, fault ? fault : ""));
   }
 }
 
@@ -109,8 +100,7 @@ TEST(GetnumStd, ValuesWithUncertainties) {
       EXPECT_FLOAT_EQ(v[k], values[k].first);
       EXPECT_NEAR(s[k], values[k].second, 1e-7);
     }
-    EXPECT_EQ(err_string_mess, fault ? fault : "");
-    EXPECT_EQ(err_string, fault != nullptr);
+    EXPECT_EQ(std::tie(err_string, err_string_mess), std::make_tuple(fault != nullptr, fault ? fault : ""));
   }
 }
 

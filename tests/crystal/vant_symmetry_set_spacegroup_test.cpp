@@ -115,26 +115,21 @@ TEST(SetSpacegroup, NumbersSymbolsAndOriginChoices) {
     space_group_type g;
     set_spacegroup(c.text, g, nullptr, nullptr, mode.empty() ? nullptr : &mode);
     ASSERT_FALSE(err_symm) << c.text << ": " << err_symm_mess;
-    EXPECT_EQ(g.spg_symb, c.symbol) << c.text;
-    EXPECT_EQ(g.sg_setting, c.setting) << c.text;
-    EXPECT_EQ(g.multip, c.multip) << c.text;
-    EXPECT_EQ(g.pg, c.pg) << c.text;
+    EXPECT_EQ(std::make_tuple(g.spg_symb, g.sg_setting, g.multip, g.pg),
+              std::make_tuple(std::string(c.symbol), std::string(c.setting), c.multip, std::string(c.pg)))
+        << c.text;
     EXPECT_EQ(g.sym_op_symb.at(0), "x,y,z") << c.text;
   }
 }
-
-struct ListCase {
-  const char *mode, *text;
-  std::vector<std::string> gens;
-  int multip;
-  const char *symb, *hall, *setting, *derived;  // derived: an operator the record must hold
-};
 
 TEST(SetSpacegroup, GeneratorsAndFixedLists) {
   const char* tabulated = "Tabulated Setting";
   const char* other = "Non-standard Setting";
   const char* fixed = "Fixed symmetry operators (no info)";
-  const ListCase cases[] = {
+  // {mode, text, generators, multiplicity, symbol, Hall symbol, setting, an operator the record must hold}
+  const std::tuple<const char*, const char*, std::vector<std::string>, int, const char*, const char*, const char*,
+                   const char*>
+      cases[] = {
       {"GEN", "", {}, 1, "P 1", "P 1", tabulated, "x,y,z"},
       {"GEN", "C", {}, 2, "C 1", "C 1", tabulated, "x+1/2,y+1/2,z"},  // the text names the lattice
       {"GEN", "", {"x+1/2,y+1/2,z", "-x,y,-z+1/2", "-x,-y,-z"}, 8, "C 1 2/c 1", "-C 2yc", tabulated, "x,-y,z+1/2"},
@@ -148,17 +143,16 @@ TEST(SetSpacegroup, GeneratorsAndFixedLists) {
       {"FIX", "P", {"x,y,z", "-x,-y,z", "-x,-y,-z"}, 4, "unknown", "unknown", fixed, "x,y,-z"},
       {"FIX", "", {"x,y,z", "x+1/2,y+1/2,z", "-x,-y,-z"}, 4, "unknown", "unknown", fixed, "-x+1/2,-y+1/2,-z"},
   };
-  for (const auto& c : cases) {
-    const std::string mode = c.mode;
-    const auto n = static_cast<std::int32_t>(c.gens.size());
+  for (const auto& [mode_text, text, gens, multip, symb, hall, setting, derived] : cases) {
+    const std::string mode = mode_text;
+    const auto n = static_cast<std::int32_t>(gens.size());
     space_group_type g;
-    set_spacegroup(c.text, g, &c.gens, &n, &mode);
-    ASSERT_FALSE(err_symm) << c.derived << ": " << err_symm_mess;
-    EXPECT_EQ(g.multip, c.multip) << c.derived;
-    EXPECT_EQ(g.spg_symb, c.symb) << c.derived;
-    EXPECT_EQ(g.hall, c.hall) << c.derived;
-    EXPECT_EQ(g.sg_setting, c.setting) << c.derived;
-    EXPECT_NE(std::find(g.sym_op_symb.begin(), g.sym_op_symb.end(), c.derived), g.sym_op_symb.end()) << c.derived;
+    set_spacegroup(text, g, &gens, &n, &mode);
+    ASSERT_FALSE(err_symm) << derived << ": " << err_symm_mess;
+    EXPECT_EQ(std::make_tuple(g.multip, g.spg_symb, g.hall, g.sg_setting),
+              std::make_tuple(multip, std::string(symb), std::string(hall), std::string(setting)))
+        << derived;
+    EXPECT_NE(std::find(g.sym_op_symb.begin(), g.sym_op_symb.end(), derived), g.sym_op_symb.end()) << derived;
   }
 }
 
