@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cinttypes>
+#include <cmath>
 #include <cstdio>
 #include <map>
 #include <set>
@@ -40,6 +40,7 @@ std::uint64_t fingerprint(const std::set<std::string>& ops) {
   return h;
 }
 
+// The crystal system of a group number.
 std::string system_of_number(int n) {
   const int last[] = {2, 15, 74, 142, 167, 194, 230};
   const char* names[] = {"Triclinic", "Monoclinic", "Orthorhombic", "Tetragonal", "Trigonal", "Hexagonal", "Cubic"};
