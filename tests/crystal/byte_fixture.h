@@ -1,11 +1,10 @@
 // Byte-by-byte builder of binary map fixtures for the tests. It is written
-// apart from the program's writers (plain memcpy of host values on a
+// apart from the program's writers (plain copies of host values on a
 // little-endian machine) so that a test compares two independent encodings.
 #pragma once
 
 #include <bit>
 #include <cstdint>
-#include <cstring>
 #include <sstream>
 #include <string>
 
@@ -16,24 +15,11 @@ struct byte_fixture {
 
   byte_fixture& i32(std::int32_t v) { return raw(&v, 4); }
   byte_fixture& f32(float v) { return raw(&v, 4); }
-  byte_fixture& text(const std::string& s, std::size_t n) {
-    std::string field = s.substr(0, n);
-    field.append(n - field.size(), ' ');
-    bytes += field;
-    return *this;
-  }
-  byte_fixture& append(const byte_fixture& other) {
-    bytes += other.bytes;
-    return *this;
-  }
+  byte_fixture& text(std::string s, std::size_t n) { return raw(s.append(n, ' ').data(), n); }  // blank padded
+  byte_fixture& append(const byte_fixture& other) { return raw(other.bytes.data(), other.size()); }
+  byte_fixture& raw(const void* p, std::size_t n) { return bytes.append(static_cast<const char*>(p), n), *this; }
   std::size_t size() const { return bytes.size(); }
   std::istringstream stream(std::size_t cut = std::string::npos) const {
     return std::istringstream(bytes.substr(0, cut));
-  }
-
- private:
-  byte_fixture& raw(const void* p, std::size_t n) {
-    bytes.append(static_cast<const char*>(p), n);
-    return *this;
   }
 };

@@ -2,6 +2,9 @@
 
 #include <cstdio>
 #include <fstream>
+#include <string>
+#include <tuple>
+#include <vector>
 
 #include <unistd.h>
 
@@ -9,224 +12,145 @@
 
 namespace {
 
-struct cutst_case {
-  std::string line, rest, word;
-  std::int32_t nlong1, nlong2;
-  std::size_t word_size = std::string::npos;
-};
-
-}  // namespace
-
 TEST(Cutst, FirstWordOff) {
-  const cutst_case cases[] = {
-      {"", "", "", 0, 0},
-      {"     ", "", "", 0, 0},
-      {"word", "", "word", 0, 4},
-      {"x", "", "x", 0, 1},
-      {"  ab   cd ef  ", "cd ef", "ab", 5, 2},
-      {"abcdef gh", "gh", "abc", 2, 3, 3},   // word cut to its output
-      {"a,b c", "c", "a,b", 1, 3},           // only the blank separates
-      {"a\tb c", "c", "a\tb", 1, 3},
+  const auto all = std::string::npos;
+  // {line, rest, word, length of the rest, length of the word, room for the word}
+  const std::tuple<std::string, std::string, std::string, std::int32_t, std::int32_t, std::size_t> cases[] = {
+      {"", "", "", 0, 0, all},       {"     ", "", "", 0, 0, all},   {"word", "", "word", 0, 4, all},
+      {"  ab   cd ef  ", "cd ef", "ab", 5, 2, all},
+      {"abcdef gh", "gh", "abc", 2, 3, 3},  // word cut to its output
+      {"a,b c", "c", "a,b", 1, 3, all},     // only the blank separates
+      {"a\tb c", "c", "a\tb", 1, 3, all},
   };
-  for (const cutst_case& c : cases) {
-    std::string line = c.line, word = "junk";
+  for (const auto& [text, rest, first, nlong1, nlong2, word_size] : cases) {
+    std::string line = text, word = "junk";
     std::int32_t n1 = -1, n2 = -1;
-    cutst(line, &n1, &word, &n2, c.word_size);
-    EXPECT_EQ(line, c.rest) << "[" << c.line << "]";
-    EXPECT_EQ(word, c.word) << "[" << c.line << "]";
-    EXPECT_EQ(n1, c.nlong1) << "[" << c.line << "]";
-    EXPECT_EQ(n2, c.nlong2) << "[" << c.line << "]";
+    cutst(line, &n1, &word, &n2, word_size);
+    EXPECT_EQ(std::make_tuple(line, word, n1, n2), std::make_tuple(rest, first, nlong1, nlong2)) << "[" << text << "]";
   }
 }
 
 TEST(Getnum, TrickyInputs) {
-  struct Case {
-    std::string line;
-    std::vector<float> reals;
-    std::vector<std::int32_t> ints;
-    const char* fault;  // nullptr: none
-  };
   const char* nan_msg = "The variable cannot be computed as a number in GETNUM";
   const char* lim_msg = "Limits of digit variable exceeded in GETNUM";
-  const Case cases[] = {
-      {"3.7", {3.7f}, {3}, nullptr},
-      {"-2", {-2.0f}, {-2}, nullptr},
-      {"1E2", {100.0f}, {1}, nullptr},
-      {"2.5e-3", {0.0025f}, {2}, nullptr},
-      {"-.5", {-0.5f}, {0}, nullptr},
+  const std::tuple<std::string, std::vector<float>, std::vector<std::int32_t>, const char*> cases[] = {
+      {"3.7", {3.7f}, {3}, nullptr},       {"1E2", {100.0f}, {1}, nullptr},
+      {"2.5e-3", {0.0025f}, {2}, nullptr}, {"-.5", {-0.5f}, {0}, nullptr},
       {"   12    -7   0.125 ", {12.0f, -7.0f, 0.125f}, {12, -7, 0}, nullptr},
-      {"", {}, {}, nullptr},
-      {"+1", {}, {}, nan_msg},
-      {"1 2 x 3", {1.0f, 2.0f}, {1, 2}, nan_msg},
-      {"1,2", {}, {}, nan_msg},
-      {"4 1-2", {4.0f}, {4}, lim_msg},
-      {"1.2.3", {}, {}, nan_msg},
-      {".", {}, {}, nan_msg},
-      {"5E", {}, {}, nan_msg},
+      {"", {}, {}, nullptr},               {"+1", {}, {}, nan_msg},
+      {"1 2 x 3", {1.0f, 2.0f}, {1, 2}, nan_msg}, {"1,2", {}, {}, nan_msg},
+      {"4 1-2", {4.0f}, {4}, lim_msg},     {"1.2.3", {}, {}, nan_msg},
+      {".", {}, {}, nan_msg},              {"5E", {}, {}, nan_msg},
       {"1 2 3 4", {1.0f, 2.0f, 3.0f}, {1, 2, 3}, lim_msg},  // more than the arrays hold
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE("[" + c.line + "]");
+  for (const auto& [line, reals, ints, fault] : cases) {
+    SCOPED_TRACE("[" + line + "]");
     float v[3] = {9, 9, 9};
     std::int32_t iv[3] = {9, 9, 9};
     std::int32_t n = -1;
     err_string = true;
-    getnum(c.line, v, iv, n);
-    ASSERT_EQ(n, static_cast<std::int32_t>(c.reals.size()));
-    for (std::size_t k = 0; k < c.reals.size(); ++k) {
-      EXPECT_FLOAT_EQ(v[k], c.reals[k]);
-      EXPECT_EQ(iv[k], c.ints[k]);
-    }
-    for (std::size_t k = c.reals.size(); k < 3; ++k) EXPECT_EQ(v[k], 0.0f);
-    EXPECT_EQ(err_string, c.fault != nullptr);
-    EXPECT_EQ(err_string_mess, c.fault ? c.fault : "");
+    getnum(line, v, iv, n);
+    ASSERT_EQ(n, static_cast<std::int32_t>(reals.size()));
+    for (std::size_t k = 0; k < 3; ++k) EXPECT_FLOAT_EQ(v[k], k < reals.size() ? reals[k] : 0.0f);
+    for (std::size_t k = 0; k < reals.size(); ++k) EXPECT_EQ(iv[k], ints[k]);
+    EXPECT_EQ(std::tie(err_string, err_string_mess), std::make_tuple(fault != nullptr, fault ? fault : ""));
   }
 }
 
 TEST(Getword, WordsAndQuotes) {
-  struct Case {
-    std::string line;
-    std::vector<std::string> words;
-    const char* fault;
-    std::size_t word_size = std::string::npos;
-  };
-  const Case cases[] = {
-      {"a \"b c\" d", {"a", "b c", "d"}, nullptr},
-      {"  Fe1  Fe3+ ", {"Fe1", "Fe3+"}, nullptr},
-      {"", {}, nullptr},
-      {"say \"hello", {}, "Non balanced quotes!"},
-      {"\"", {}, "Non balanced quotes!"},
-      {"w x y z", {"w", "x", "y"}, "Dimension of DIRE exceeded"},
+  const std::tuple<std::string, std::vector<std::string>, const char*, std::size_t> cases[] = {
+      {"a \"b c\" d", {"a", "b c", "d"}, nullptr, std::string::npos},
+      {"  Fe1  Fe3+ ", {"Fe1", "Fe3+"}, nullptr, std::string::npos},
+      {"", {}, nullptr, std::string::npos}, {"\"", {}, "Non balanced quotes!", std::string::npos},
+      {"say \"hello", {}, "Non balanced quotes!", std::string::npos},
+      {"w x y z", {"w", "x", "y"}, "Dimension of DIRE exceeded", std::string::npos},
       {"longword \"two words\"", {"long", "two "}, nullptr, 4},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE("[" + c.line + "]");
+  for (const auto& [line, words, fault, word_size] : cases) {
+    SCOPED_TRACE("[" + line + "]");
     std::string dire[3];
     std::int32_t n = -1;
     err_string = false;
     err_string_mess.clear();
-    getword(c.line, dire, n, c.word_size);
-    ASSERT_EQ(n, static_cast<std::int32_t>(c.words.size()));
-    for (std::size_t k = 0; k < c.words.size(); ++k) EXPECT_EQ(dire[k], c.words[k]);
-    EXPECT_EQ(err_string, c.fault != nullptr);
-    EXPECT_EQ(err_string_mess, c.fault ? c.fault : "");
+    getword(line, dire, n, word_size);
+    ASSERT_EQ(n, static_cast<std::int32_t>(words.size()));
+    for (std::size_t k = 0; k < words.size(); ++k) EXPECT_EQ(dire[k], words[k]);
+    EXPECT_EQ(std::tie(err_string, err_string_mess), std::make_tuple(fault != nullptr, fault ? fault : ""));
   }
 }
 
 TEST(GetnumStd, ValuesWithUncertainties) {
-  struct Case {
-    std::string line;
-    std::vector<std::pair<float, float>> values;
-    const char* fault;
-  };
   const char* wrong = "Wrong format using Standard values";
-  const Case cases[] = {
+  const std::tuple<std::string, std::vector<std::pair<float, float>>, const char*> cases[] = {
       {"1.234(5) 12(3) 7", {{1.234f, 0.005f}, {12.0f, 3.0f}, {7.0f, 0.0f}}, nullptr},
       {"-0.25(12) 90", {{-0.25f, 0.12f}, {90.0f, 0.0f}}, nullptr},
-      {"5.4321(11)", {{5.4321f, 0.0011f}}, nullptr},
-      {"1.0(1) ! 2.0(3)", {{1.0f, 0.1f}}, nullptr},
-      {"3 # 4", {{3.0f, 0.0f}}, nullptr},
-      {"   ! only a comment", {}, nullptr},
-      {"", {}, "Blank line"},
-      {"1.5(2 3", {}, wrong},
+      {"5.4321(11)", {{5.4321f, 0.0011f}}, nullptr}, {"1.0(1) ! 2.0(3)", {{1.0f, 0.1f}}, nullptr},
+      {"3 # 4", {{3.0f, 0.0f}}, nullptr},           {"   ! only a comment", {}, nullptr},
+      {"", {}, "Blank line"},                       {"1.5(2 3", {}, wrong},
       {"2 1.5)2(", {{2.0f, 0.0f}}, wrong},
       {"x(1)", {}, "The variable cannot be computed as a number in GETNUM"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE("[" + c.line + "]");
+  for (const auto& [line, values, fault] : cases) {
+    SCOPED_TRACE("[" + line + "]");
     float v[4], s[4];
     std::int32_t n = -1;
-    getnum_std(c.line, v, s, n);
-    ASSERT_EQ(n, static_cast<std::int32_t>(c.values.size()));
-    for (std::size_t k = 0; k < c.values.size(); ++k) {
-      EXPECT_FLOAT_EQ(v[k], c.values[k].first);
-      EXPECT_NEAR(s[k], c.values[k].second, 1e-7);
+    getnum_std(line, v, s, n);
+    ASSERT_EQ(n, static_cast<std::int32_t>(values.size()));
+    for (std::size_t k = 0; k < values.size(); ++k) {
+      EXPECT_FLOAT_EQ(v[k], values[k].first);
+      EXPECT_NEAR(s[k], values[k].second, 1e-7);
     }
-    EXPECT_EQ(err_string, c.fault != nullptr);
-    EXPECT_EQ(err_string_mess, c.fault ? c.fault : "");
+    EXPECT_EQ(std::tie(err_string, err_string_mess), std::make_tuple(fault != nullptr, fault ? fault : ""));
   }
 }
 
-TEST(GetFraction2dig, Texts) {
-  struct Case {
-    float v;
-    const char* text;
-  };
-  const Case cases[] = {
-      {0.0f, "0"},          {1.0f, "+1"},         {-1.0f, "-1"},        {3.000001f, "+3"},
-      {0.5f, "+1/2"},       {-0.25f, "-1/4"},     {1.0f / 3, "+1/3"},   {2.0f / 3, "+2/3"},
-      {0.75f, "+3/4"},      {1.5f, "+3/2"},       {-5.0f / 6, "-5/6"},  {0.4375f, "+7/16"},
-      {0.3f, "+3/10"},      {0.1234f, "+0.1234"}, {-0.1234f, "-0.1234"},
+TEST(GetFraction2dig, IntegersFractionsAndDecimals) {
+  const std::pair<float, const char*> cases[] = {
+      {0.0f, "0"},          {1.0f, "+1"},         {-1.0f, "-1"},         {3.000001f, "+3"},    {0.5f, "+1/2"},
+      {-0.25f, "-1/4"},     {1.0f / 3, "+1/3"},   {2.0f / 3, "+2/3"},    {1.5f, "+3/2"},       {-5.0f / 6, "-5/6"},
+      {0.4375f, "+7/16"},   {0.3f, "+3/10"},      {1.0f / 12, "+1/12"},  {-5.0f / 24, "-5/24"}, {0.1234f, "+0.1234"},
+      {-0.0003f, "-0.0003"}, {0.0003f, "+0.0003"}, {0.0833f, "+0.0833"},
       {12345.67f, "+*********"},  // too wide for its field
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(get_fraction_2dig(c.v), c.text) << c.v;
-  }
-}
-
-TEST(CaseAndPacking, OnlyAsciiLettersChange) {
-  std::string s = "AbC9 z\xe9\xc9-Q";
-  lcase(s);
-  EXPECT_EQ(s, "abc9 z\xe9\xc9-q");
-  ucase(s);
-  EXPECT_EQ(s, "ABC9 Z\xe9\xc9-Q");
-  EXPECT_EQ(l_case("P 21/C"), "p 21/c");
-  EXPECT_EQ(u_case("fe3+"), "FE3+");
-  EXPECT_EQ(pack_string(" x, y ,  z+1/2 "), "x,y,z+1/2");
-  EXPECT_EQ(pack_string("   "), "");
+  for (const auto& [v, text] : cases) EXPECT_EQ(get_fraction_2dig(v), text) << v;
 }
 
 TEST(ReadKey, FindsTheFirstLineWithTheKey) {
   const std::vector<std::string> lines = {
-      "! cell 1 2 3",
-      "",
-      "TITLE something",
-      "  Cell  5.1 6.2 7.3 90 90 90",
-      "SpaceGroup P 21/c",
-      "# cell 4",
+      "! cell 1 2 3", "", "TITLE something", "  Cell  5.1 6.2 7.3 90 90 90", "SpaceGroup P 21/c", "# cell 4",
       "x unitcell 9(2)",
   };
-  struct Case {
-    const char* key;
-    std::int32_t first, last;
-    char comment;
-    std::int32_t found_at;
-    const char* text;
-  };
-  const Case cases[] = {
+  // {key, first, last, comment character, line found, rest of the line}
+  const std::tuple<const char*, std::int32_t, std::int32_t, char, std::int32_t, const char*> cases[] = {
       {"cell", 1, 7, ' ', 4, "5.1 6.2 7.3 90 90 90"},
-      {" CELL", 5, 7, '#', 7, "9(2)"},                 // within a word; '#' lines passed over
-      {"cell", 5, 7, ' ', 6, "4"},                     // without that comment character
-      {"spacegroup", 1, 7, ' ', 5, "P 21/c"},          // as written in the file
-      {"cell", 5, 5, ' ', 5, ""},                      // not in range: first stays
-      {"cell", 8, 20, ' ', 8, ""},                     // first beyond the lines
+      {" CELL", 5, 7, '#', 7, "9(2)"},         // within a word; '#' lines passed over
+      {"cell", 5, 7, ' ', 6, "4"},             // without that comment character
+      {"spacegroup", 1, 7, ' ', 5, "P 21/c"},  // as written in the file
+      {"cell", 5, 5, ' ', 5, ""},              // not in range: first stays
+      {"cell", 8, 20, ' ', 8, ""},             // first beyond the lines
       {"atom", 1, 7, ' ', 1, ""},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.key) + " from " + std::to_string(c.first));
-    std::int32_t first = c.first;
+  for (const auto& [key, from, last, comment, found_at, rest] : cases) {
+    std::int32_t first = from;
     std::string text = "junk";
-    read_key_str(lines, first, c.last, c.key, text, c.comment);
-    EXPECT_EQ(first, c.found_at);
-    EXPECT_EQ(text, c.text);
+    read_key_str(lines, first, last, key, text, comment);
+    EXPECT_EQ(first, found_at) << key << " from " << from;
+    EXPECT_EQ(text, rest) << key << " from " << from;
   }
 
   std::int32_t first = 1, n = 0;
-  float v[6];
+  float v[6], s[6];
   std::int32_t iv[6];
   read_key_value(lines, first, 7, "cell", v, iv, n);
   ASSERT_EQ(n, 6);
   EXPECT_FLOAT_EQ(v[2], 7.3f);
   EXPECT_EQ(iv[3], 90);
-
   std::string text;
   first = 1;
   read_key_strval(lines, first, 7, "title", text, v, iv, &n);
   EXPECT_EQ(text, "something");
   EXPECT_EQ(n, 0);
   EXPECT_TRUE(err_string);  // "something" is not a number
-
-  float s[6];
   first = 5;
   read_key_valuestd(lines, first, 7, "unitcell", v, s, n);
   ASSERT_EQ(n, 1);
@@ -237,19 +161,12 @@ TEST(ReadKey, FindsTheFirstLineWithTheKey) {
 TEST(NumberLines, CountsAndReads) {
   // Named after the process: several builds may run their tests at once.
   const std::string path = ::testing::TempDir() + "quelmora_lines_" + std::to_string(getpid()) + ".txt";
-  {
-    std::ofstream out(path, std::ios::binary);
-    out << "first\r\n  second\n  end of data\nafter\n" << std::string(300, 'x') << "\n";
-  }
-  struct Case {
-    const char* key;
-    std::int32_t count;
-  };
-  const Case cases[] = {{"", 5}, {"END", 3}, {"  end", 3}, {"Sec", 2}, {"none", 5}};
-  for (const Case& c : cases) {
+  std::ofstream(path, std::ios::binary) << "first\r\n  second\n  end of data\nafter\n" << std::string(300, 'x') << "\n";
+  const std::pair<const char*, std::int32_t> cases[] = {{"", 5}, {"END", 3}, {"  end", 3}, {"Sec", 2}, {"none", 5}};
+  for (const auto& [key, count] : cases) {
     std::int32_t n = -1;
-    number_lines(path, n, c.key);
-    EXPECT_EQ(n, c.count) << c.key;
+    number_lines(path, n, key);
+    EXPECT_EQ(n, count) << key;
   }
   std::int32_t n = -1;
   number_lines(path + ".missing", n);
@@ -267,3 +184,5 @@ TEST(NumberLines, CountsAndReads) {
   EXPECT_EQ(lines.size(), 5u);
   std::remove(path.c_str());
 }
+
+}  // namespace
