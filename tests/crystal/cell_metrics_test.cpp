@@ -123,6 +123,10 @@ TEST(CellMetrics, BadCells) {
     EXPECT_EQ(c.ang, stored);
     EXPECT_NEAR(c.cell_vol, 0.0, 1e-3);
   }
+  // A NaN angle makes every matrix NaN, which the inverse must call singular.
+  cell_metrics_type c;
+  set_crystal_cell({5, 6, 7}, {90, 90, std::nanf("")}, c);
+  EXPECT_TRUE(err_crys);
 }
 
 TEST(CellMetrics, VolumeSigma) {

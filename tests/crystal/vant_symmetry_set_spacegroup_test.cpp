@@ -162,6 +162,7 @@ struct FailureCase { const char *mode, *text; const std::vector<std::string>* ge
 TEST(SetSpacegroup, Failures) {
   const std::vector<std::string> flat = {"x,x,z"};
   const std::vector<std::string> infinite = {"-y,x-y,z", "x,-z,y"};  // 3 and 4 about different axes
+  const std::vector<std::string> shear = {"x+100000y,y,z"};           // determinant 1, powers overflow
   const FailureCase cases[] = {
       {"", "231", nullptr, " Number of Space Group out of limits"},
       {"", "0", nullptr, " Number of Space Group out of limits"},
@@ -172,6 +173,8 @@ TEST(SetSpacegroup, Failures) {
       {"GEN", "", &flat,
        "The matrix corresponding to a generator has a determinant with absolute value different of 1.0"},
       {"GEN", "", &infinite, " Dimension of Table exceeded (I)"},
+      {"GEN", "", &shear,
+       "The matrix corresponding to a generator has coefficients too large for a symmetry operator"},
       {"ITC", "231", nullptr, " The number of the space group should be in the interval [1,230]"},
       {"ITC", "X 9", nullptr, " Problems in SpaceGroup: X 9 => the HM symbol or the number is incorrect"},
       {"HAL", "", nullptr, " IBRAVL is Equal Zero"},
