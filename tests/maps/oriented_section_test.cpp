@@ -48,80 +48,56 @@ TEST(ViewTurns, ByMinusTheAngle) {
   expect_near(out, {0.0f, -1.0f, 0.0f});
 }
 
-class OrientedSection : public ::testing::Test {
- protected:
-  // A cubic cell of 10 A on a 10-point grid, rho = i + j + k: inside the
-  // cell the density at fractions (x, y, z) is 3 + 10 (x + y + z).
-  void SetUp() override {
-    qp::celda = cell_metrics_type{};
-    set_crystal_cell({10.0f, 10.0f, 10.0f}, {90.0f, 90.0f, 90.0f}, qp::celda);
-    qp::ngrid = {10, 10, 10};
-    qp::rho.release();
-    qp::rhonew.release();
-    memory_maps();
-    for (int k = 1; k <= 10; ++k)
-      for (int j = 1; j <= 10; ++j)
-        for (int i = 1; i <= 10; ++i) qp::rho(i, j, k) = static_cast<float>(i + j + k);
-    qp::theta = qp::phi = 0.0f;
-    qp::boton_add = false;
-    qp::view_layers = {0.0f, 0.0f};
-    qp::dmap.allocate(50, 50);
-  }
-};
-
-// The plane z = 2 A seen along z: columns run along x in steps of 0.1 A.
-TEST_F(OrientedSection, PlaneAcrossZ) {
-  qp::xl1 = 0.0f;
-  qp::xl2 = 4.9f;
-  qp::yl1 = 1.0f;
-  qp::yl2 = 5.9f;
-  qp::zt = 2.0f;
-  oriented_section();
-  struct row {
+// A cubic cell of 10 A on a 10-point grid, rho = i + j + k: inside the cell
+// the density at fractions (x, y, z) is 3 + 10 (x + y + z). Each row is a
+// window (x from xl1 to xl2, y from yl1 to yl2 at height zt, layers below
+// and above when summed) and values of dmap(iu, iv) worked out by hand.
+TEST(OrientedSection, ValuesOfTheCubicDensity) {
+  qp::celda = cell_metrics_type{};
+  set_crystal_cell({10.0f, 10.0f, 10.0f}, {90.0f, 90.0f, 90.0f}, qp::celda);
+  qp::ngrid = {10, 10, 10};
+  qp::rho.release();
+  qp::rhonew.release();
+  memory_maps();
+  for (int k = 1; k <= 10; ++k)
+    for (int j = 1; j <= 10; ++j)
+      for (int i = 1; i <= 10; ++i) qp::rho(i, j, k) = static_cast<float>(i + j + k);
+  qp::theta = qp::phi = 0.0f;
+  struct probe {
     int iu, iv;
     float value;
   };
-  for (const row& r : {row{1, 1, 6.0f}, row{11, 1, 7.0f}, row{50, 1, 10.9f}, row{6, 21, 8.5f}})
-    EXPECT_NEAR(qp::dmap(r.iu, r.iv), r.value, 1e-4f) << r.iu << "," << r.iv;
-}
-
-// A window of no width steps 1 A at a time, so the columns still differ.
-TEST_F(OrientedSection, WindowOfNoWidthStepsByOneAngstrom) {
-  qp::xl1 = qp::xl2 = 1.0f;
-  qp::yl1 = qp::yl2 = 0.0f;
-  qp::zt = 0.0f;
-  oriented_section();
-  EXPECT_NEAR(qp::dmap(1, 1), 4.0f, 1e-4f);
-  EXPECT_NEAR(qp::dmap(2, 1), 5.0f, 1e-4f);
-  EXPECT_NEAR(qp::dmap(1, 3), 6.0f, 1e-4f);
-}
-
-// A point a hair below the cell's end stays in the last step, between
-// plane 10 and plane 1, rather than folding onto the origin.
-TEST_F(OrientedSection, PointJustBelowTheCellEnd) {
-  qp::xl1 = qp::xl2 = 9.9995f;
-  qp::yl1 = qp::yl2 = 0.0f;
-  qp::zt = 0.0f;
-  oriented_section();
-  // y and z give 1 each; along x, plane 10 weighs 0.0005 and plane 1 0.9995.
-  EXPECT_NEAR(qp::dmap(1, 1), 2.0f + 0.0005f * 10.0f + 0.9995f * 1.0f, 2e-3f);
-}
-
-// Thick sections add their layers: none apart gives one layer, 0.5 A each
-// side gives eleven, whose values sum to 11 times the middle one here.
-TEST_F(OrientedSection, LayersAreSummed) {
-  qp::xl1 = qp::yl1 = 2.0f;
-  qp::xl2 = qp::yl2 = 6.9f;
-  qp::zt = 3.0f;
-  qp::boton_add = true;
-  struct row {
-    float below, above, value;
+  const struct {
+    const char* what;
+    float xl1, xl2, yl1, yl2, zt;
+    bool add;
+    std::array<float, 2> layers;
+    float tol;
+    std::vector<probe> probes;
+  } rows[] = {
+      {"plane z = 2 A, steps of 0.1 A", 0.0f, 4.9f, 1.0f, 5.9f, 2.0f, false, {}, 1e-4f,
+       {{1, 1, 6.0f}, {11, 1, 7.0f}, {50, 1, 10.9f}, {6, 21, 8.5f}}},
+      {"a window of no width steps by 1 A", 1.0f, 1.0f, 0.0f, 0.0f, 0.0f, false, {}, 1e-4f,
+       {{1, 1, 4.0f}, {2, 1, 5.0f}, {1, 3, 6.0f}}},
+      // Along x plane 10 weighs 0.0005 and plane 1 0.9995, rather than the
+      // point folding onto the origin.
+      {"a hair below the cell's end", 9.9995f, 9.9995f, 0.0f, 0.0f, 0.0f, false, {}, 2e-3f,
+       {{1, 1, 2.0f + 0.0005f * 10.0f + 0.9995f}}},
+      {"one layer when none apart", 2.0f, 6.9f, 2.0f, 6.9f, 3.0f, true, {0.0f, 0.0f}, 1e-3f, {{1, 1, 10.0f}}},
+      {"eleven layers 0.5 A each side", 2.0f, 6.9f, 2.0f, 6.9f, 3.0f, true, {0.5f, -0.5f}, 1e-3f, {{1, 1, 110.0f}}},
   };
-  for (const row& r : {row{0.0f, 0.0f, 10.0f}, row{0.5f, -0.5f, 110.0f}}) {
-    qp::view_layers = {r.below, r.above};
+  for (const auto& r : rows) {
+    qp::xl1 = r.xl1;
+    qp::xl2 = r.xl2;
+    qp::yl1 = r.yl1;
+    qp::yl2 = r.yl2;
+    qp::zt = r.zt;
+    qp::boton_add = r.add;
+    qp::view_layers = r.layers;
     qp::dmap.allocate(50, 50);
     oriented_section();
-    EXPECT_NEAR(qp::dmap(1, 1), r.value, 1e-3f) << r.below;
+    for (const probe& p : r.probes)
+      EXPECT_NEAR(qp::dmap(p.iu, p.iv), p.value, r.tol) << r.what << ": " << p.iu << "," << p.iv;
   }
 }
 
