@@ -1,9 +1,16 @@
+// The map as it is drawn: rhonew made from rho on every load (the cell
+// closed periodically, or a box resampled), sections of the skewed families
+// resampled on a rectangle in Angstrom, the value under the pointer, and the
+// coordinate conversions. Values are checked against a density known at
+// every point, or against hand computations.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
 
+#include "crystal/vant_crystal_metrics.h"
 #include "maps/map_memory.h"
 #include "maps/section_extraction.h"
 #include "state/quelmora_parametros.h"
@@ -13,34 +20,48 @@ namespace qp = quelmora_parametros;
 namespace {
 
 constexpr double two_pi = 2.0 * std::numbers::pi;
+constexpr double deg = std::numbers::pi / 180.0;
 
-// A periodic density whose value is known at every fractional point.
 double density(double x, double y, double z) {
   return std::cos(two_pi * x) + 0.5 * std::sin(two_pi * y) + 0.25 * std::cos(two_pi * (z + x));
 }
 
-// Loads a grid of the density as a file would: ngrid, box, arrays, rho.
+// The density on an nx x ny x nz grid over the whole cell, loaded as a file
+// would be: ngrid, box and steps, arrays, rho.
 void load_grid(int nx, int ny, int nz) {
   qp::rho.release();
   qp::rhonew.release();
-  qp::kerror = false;
+  qp::kerror = qp::plane_def = false;
   qp::jpg = {0, 0, 0};
   qp::ngrid = {nx, ny, nz};
-  qp::xlim = {0.0f, 1.0f};
-  qp::ylim = {0.0f, 1.0f};
-  qp::zlim = {0.0f, 1.0f};
-  qp::xinc = 1.0f / static_cast<float>(nx);
-  qp::yinc = 1.0f / static_cast<float>(ny);
-  qp::zinc = 1.0f / static_cast<float>(nz);
-  qp::celda.ang = {90.0f, 90.0f, 90.0f};
+  qp::xlim = qp::ylim = qp::zlim = {0.0f, 1.0f};
+  qp::xinc = 1.0f / float(nx);
+  qp::yinc = 1.0f / float(ny);
+  qp::zinc = 1.0f / float(nz);
   memory_maps();
   for (int k = 1; k <= nz; ++k)
     for (int j = 1; j <= ny; ++j)
       for (int i = 1; i <= nx; ++i)
-        qp::rho(i, j, k) = static_cast<float>(density(double(i - 1) / nx, double(j - 1) / ny, double(k - 1) / nz));
+        qp::rho(i, j, k) = float(density(double(i - 1) / nx, double(j - 1) / ny, double(k - 1) / nz));
 }
 
-double fold(double c) { return c - std::floor(c); }
+// A monoclinic cell of 6, 7, 8 A and beta 110 has a* along X, b along Y and
+// c along Z: fractional (x, y, z) lies at (a sin beta x, b y, a cos beta x + c z).
+void set_monoclinic_cell() {
+  qp::celda = cell_metrics_type{};
+  set_crystal_cell({6.0f, 7.0f, 8.0f}, {90.0f, 110.0f, 90.0f}, qp::celda);
+}
+
+// The skewed family 3 (u = z, v = x, across y) over the whole cell, as the
+// plot composition sets it.
+void load_family3(int nx, int ny, int nz) {
+  set_monoclinic_cell();
+  load_grid(nx, ny, nz);
+  proc_carga();
+  qp::imap = 3;
+  qp::rmax = {0.0f, 0.0f, 0.0f, 1.0f, 1.0f, 1.0f};
+  qp::rinc = {1.0f / float(nz), 1.0f / float(nx), 1.0f / float(ny)};
+}
 
 }  // namespace
 
@@ -49,44 +70,22 @@ TEST(ProcCarga, WholeCellIsClosedPeriodically) {
   qp::xlim = {0.00005f, 1.0f};  // within the tolerance of 0
   qp::xinc = 0.3f;              // unused for a whole cell
   proc_carga();
-  float lo = std::numeric_limits<float>::max(), hi = -lo;
   for (int k = 1; k <= 6; ++k)
     for (int j = 1; j <= 7; ++j)
-      for (int i = 1; i <= 9; ++i) {
-        const int i0 = i == 9 ? 1 : i, j0 = j == 7 ? 1 : j, k0 = k == 6 ? 1 : k;
-        ASSERT_EQ(qp::rhonew(i, j, k), qp::rho(i0, j0, k0)) << i << " " << j << " " << k;
-        if (i < 9 && j < 7 && k < 6) {
-          lo = std::min(lo, qp::rho(i, j, k));
-          hi = std::max(hi, qp::rho(i, j, k));
-        }
-      }
-  EXPECT_EQ(qp::denmin, lo);
-  EXPECT_EQ(qp::denmax, hi);
-}
-
-// A box from -0.5 to 0.5 on the grid's own step lands on grid points: each
-// value is the grid value at the folded position, with zero weights.
-TEST(ProcCarga, BoxOnGridPointsTakesGridValues) {
-  load_grid(8, 4, 4);
-  qp::xlim = {-0.5f, 0.5f};
-  proc_carga();
-  for (int i = 1; i <= 9; ++i) {
-    const int source = (i - 1 + 4) % 8 + 1;  // x = -0.5 + (i-1)/8, folded
-    EXPECT_FLOAT_EQ(qp::rhonew(i, 2, 3), qp::rho(source, 2, 3)) << i;
-  }
-  EXPECT_FLOAT_EQ(qp::rhonew(1, 5, 5), qp::rho(5, 1, 1));  // -0.5 folds to 0.5
+      for (int i = 1; i <= 9; ++i)
+        ASSERT_EQ(qp::rhonew(i, j, k), qp::rho(i == 9 ? 1 : i, j == 7 ? 1 : j, k == 6 ? 1 : k))
+            << i << " " << j << " " << k;
 }
 
 // Resampling a box off the grid agrees with the density to the accuracy of
 // trilinear interpolation on a 32-point grid (second derivative (2 pi)^2 over
-// a step of 1/32: about 0.005 per term).
+// a step of 1/32: about 0.005 per term); the range is that of the new map.
 TEST(ProcCarga, PartialBoxFollowsTheDensity) {
   load_grid(32, 32, 32);
   qp::xlim = {0.1f, 0.6f};
   qp::xinc = 0.5f / 32.0f;
   qp::ylim = {-0.37f, 0.63f};
   qp::zlim = {0.3f, 1.3f};
-  qp::zinc = 1.0f / 32.0f;
   proc_carga();
   double worst = 0.0;
   float lo = std::numeric_limits<float>::max(), hi = -lo;
@@ -94,7 +93,7 @@ TEST(ProcCarga, PartialBoxFollowsTheDensity) {
     for (int j = 1; j <= 33; ++j)
       for (int i = 1; i <= 33; ++i) {
         const double x = 0.1 + (i - 1) * 0.5 / 32, y = -0.37 + (j - 1) / 32.0, z = 0.3 + (k - 1) / 32.0;
-        worst = std::max(worst, std::fabs(qp::rhonew(i, j, k) - density(fold(x), fold(y), fold(z))));
+        worst = std::max(worst, std::fabs(qp::rhonew(i, j, k) - density(x, y, z)));
         lo = std::min(lo, qp::rhonew(i, j, k));
         hi = std::max(hi, qp::rhonew(i, j, k));
       }
@@ -104,32 +103,29 @@ TEST(ProcCarga, PartialBoxFollowsTheDensity) {
   EXPECT_EQ(qp::denmax, hi);
 }
 
-// Hand-computed values on a 2-point axis: halfway points average their two
-// neighbours, and the step past the last plane wraps to plane 1; the end of
-// the cell (x = 1) gives plane 1's value.
+// Hand-computed values on a 2-point axis with rho 10 at x = 0 and 30 at
+// x = 0.5: halfway points average their two neighbours, the step past the
+// last plane wraps to plane 1, and the end of the cell gives plane 1's value.
 TEST(ProcCarga, HandComputedInterpolation) {
-  struct Case {
+  const struct {
     float x0, xinc;
     float expected[3];
+  } rows[] = {
+      {0.25f, 0.25f, {20.0f, 30.0f, 20.0f}},    // 0.25, 0.5, 0.75 (wraps to plane 1)
+      {0.5f, 0.25f, {30.0f, 20.0f, 10.0f}},     // 0.5, 0.75, 1.0
+      {-0.25f, 0.125f, {20.0f, 15.0f, 10.0f}},  // -0.25 folds to 0.75; -0.125; 0
   };
-  // rho along x: 10 at x = 0, 30 at x = 0.5 (y, z planes all alike).
-  const Case cases[] = {
-      {0.25f, 0.25f, {20.0f, 30.0f, 20.0f}},   // 0.25, 0.5, 0.75 (wraps to plane 1)
-      {0.5f, 0.25f, {30.0f, 20.0f, 10.0f}},    // 0.5, 0.75, 1.0
-      {-0.25f, 0.125f, {20.0f, 15.0f, 10.0f}}, // -0.25 folds to 0.75; -0.125; 0
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.x0);
+  for (const auto& r : rows) {
     load_grid(2, 2, 2);
     for (int k = 1; k <= 2; ++k)
       for (int j = 1; j <= 2; ++j) {
         qp::rho(1, j, k) = 10.0f;
         qp::rho(2, j, k) = 30.0f;
       }
-    qp::xlim = {c.x0, c.x0 + 2 * c.xinc};
-    qp::xinc = c.xinc;
+    qp::xlim = {r.x0, r.x0 + 2 * r.xinc};
+    qp::xinc = r.xinc;
     proc_carga();
-    for (int i = 1; i <= 3; ++i) EXPECT_NEAR(qp::rhonew(i, 2, 3), c.expected[i - 1], 1e-4) << i;
+    for (int i = 1; i <= 3; ++i) EXPECT_NEAR(qp::rhonew(i, 2, 3), r.expected[i - 1], 1e-4) << r.x0 << " " << i;
   }
 }
 
@@ -138,29 +134,168 @@ TEST(ProcCarga, EmptyGridGivesExtremeRange) {
   qp::ngrid = {-1, 3, 3};
   memory_maps();
   proc_carga();
-  EXPECT_EQ(qp::rhonew.size(), 0u);
   EXPECT_EQ(qp::denmin, 3.4028235e38f);
   EXPECT_EQ(qp::denmax, -3.4028235e38f);
 }
 
+// jpg(1) flags gamma (the x, y family), jpg(2) alpha, jpg(3) beta; a flag
+// once raised is never cleared here.
 TEST(ProcCarga, SkewFlagsFollowTheAngles) {
-  struct Case {
-    std::array<float, 3> ang;  // alpha, beta, gamma
+  const struct {
+    std::array<float, 3> ang;
     std::array<std::int32_t, 3> before, after;
-  };
-  const Case cases[] = {
+  } rows[] = {
       {{90.0f, 90.0f, 90.0f}, {0, 0, 0}, {0, 0, 0}},
       {{90.00009f, 89.9999f, 90.0f}, {0, 0, 0}, {0, 0, 0}},
-      {{90.0f, 110.0f, 90.0f}, {0, 0, 0}, {0, 0, 1}},  // monoclinic: family 3 only
+      {{90.0f, 110.0f, 90.0f}, {0, 0, 0}, {0, 0, 1}},
       {{90.0f, 90.0f, 120.0f}, {0, 0, 0}, {1, 0, 0}},
       {{80.0f, 95.0f, 100.0f}, {0, 0, 0}, {1, 1, 1}},
-      {{90.0f, 90.0f, 90.0f}, {1, 0, 1}, {1, 0, 1}},   // never cleared here
+      {{90.0f, 90.0f, 90.0f}, {1, 0, 1}, {1, 0, 1}},
   };
-  for (const Case& c : cases) {
+  for (const auto& r : rows) {
     load_grid(2, 2, 2);
-    qp::celda.ang = c.ang;
-    qp::jpg = c.before;
+    qp::celda.ang = r.ang;
+    qp::jpg = r.before;
     proc_carga();
-    EXPECT_EQ(qp::jpg, c.after) << c.ang[0] << " " << c.ang[1] << " " << c.ang[2];
+    EXPECT_EQ(qp::jpg, r.after) << r.ang[0] << " " << r.ang[1] << " " << r.ang[2];
   }
+}
+
+// The corners of the box (z, x) = (0,0), (0,1), (1,1), (1,0) in Angstrom
+// along Z and X, the rectangle around them and its steps: 2 nu - 2 steps
+// across, nu = ngrid + 1 points a side.
+TEST(SkewedSection, WindowFromTheBoxCorners) {
+  load_family3(24, 28, 32);
+  const auto corners = skewed_section_window(5);
+  const double ac = 6.0 * std::cos(110 * deg), as = 6.0 * std::sin(110 * deg);
+  const double expected[4][2] = {{0, 0}, {ac, as}, {ac + 8, as}, {8, 0}};
+  for (int c = 0; c < 4; ++c) {
+    EXPECT_NEAR(corners[c][0], expected[c][0], 1e-4) << c;
+    EXPECT_NEAR(corners[c][1], expected[c][1], 1e-4) << c;
+  }
+  const double window[4][2] = {{qp::u_min, ac}, {qp::u_max, 8.0}, {qp::v_min, 0.0}, {qp::v_max, as}};
+  for (int n = 0; n < 4; ++n) EXPECT_NEAR(window[n][0], window[n][1], 1e-4) << n;
+  EXPECT_NEAR(qp::u_inc, (8.0 - ac) / 64.0, 1e-5);
+  EXPECT_NEAR(qp::v_inc, as / 48.0, 1e-5);
+}
+
+// Every point of the rectangle, folded into the cell, adds the density of
+// its position to dmap to the accuracy of bilinear interpolation; a second
+// pass that sums only negative values adds those and nothing else.
+TEST(SkewedSection, ResampledValuesFollowTheDensity) {
+  load_family3(24, 28, 32);
+  const int isec = 5;  // the plane lies on grid plane 5 of y
+  skewed_section_window(isec);
+  qp::dmap.allocate(65, 49);
+  qp::sum_all = true;
+  std::int32_t nd_x = 0, nd_y = 0;
+  carga_seccion_rec(isec, nd_x, nd_y);
+  EXPECT_EQ(nd_x, 65);
+  EXPECT_EQ(nd_y, 49);
+  const farray2<float> once = qp::dmap;
+  qp::sum_all = false;
+  qp::sum_negative = true;
+  carga_seccion_rec(isec, nd_x, nd_y);
+  qp::sum_all = true;
+  qp::sum_negative = false;
+  const double y = (isec - 1) / 28.0, sb = std::sin(110 * deg), cb = std::cos(110 * deg);
+  double worst = 0.0;
+  for (int j = 1; j <= 49; ++j)
+    for (int i = 1; i <= 65; ++i) {
+      const double Z = (i - 1) * double(qp::u_inc) + qp::u_min, X = (j - 1) * double(qp::v_inc) + qp::v_min;
+      const double x = X / (6 * sb), z = (Z - 6 * cb * x) / 8;
+      worst = std::max(worst, std::fabs(once(i, j) - density(x, y, z)));
+      ASSERT_EQ(qp::dmap(i, j), once(i, j) < 0 ? 2 * once(i, j) : once(i, j)) << i << " " << j;
+    }
+  EXPECT_LT(worst, 0.015);
+}
+
+TEST(SkewedSection, SumFiltersKeepWhatTheyName) {
+  const struct {
+    bool all, positive, negative;
+    std::array<bool, 3> kept;  // of -1, 0 and 1
+  } rows[] = {
+      {true, false, false, {true, true, true}},   {false, true, false, {false, true, true}},
+      {false, false, true, {true, false, false}}, {false, true, true, {true, true, true}},
+      {false, false, false, {false, false, false}},
+  };
+  for (const auto& r : rows) {
+    qp::sum_all = r.all;
+    qp::sum_positive = r.positive;
+    qp::sum_negative = r.negative;
+    for (int v = -1; v <= 1; ++v)
+      EXPECT_EQ(section_sum_accepts(float(v)), r.kept[v + 1]) << r.all << r.positive << r.negative << " " << v;
+  }
+  qp::sum_all = true;
+  qp::sum_positive = qp::sum_negative = false;
+}
+
+// The value at a point of dmap: a bilinear function of the position is
+// reproduced exactly, whichever of the three coordinate frames is current.
+TEST(CalcPointVal, BilinearOnEachKindOfSection) {
+  auto g = [](double u, double v) { return 2.0 + 3.0 * u - 5.0 * v + 7.0 * u * v; };
+  const struct {
+    bool plane_def;
+    std::array<std::int32_t, 3> jpg;
+    int n1, n2;
+    double p, q, dp, dq;
+  } rows[] = {
+      // ngrid 12, 14, 16 with family 1: nu = 13, nv = 15.
+      {false, {0, 0, 0}, 13, 15, 0.1, -0.2, 0.05, 0.04},
+      {false, {1, 0, 0}, 25, 29, -3.0, 1.5, 0.25, 0.125},
+      {true, {0, 0, 0}, 50, 50, -3.0, 2.0, 7.0 / 49, 4.9 / 49},
+  };
+  qp::ngrid = {12, 14, 16};
+  qp::imap = 1;
+  for (const auto& r : rows) {
+    qp::plane_def = r.plane_def;
+    qp::jpg = r.jpg;
+    qp::rmax = {float(r.p), float(r.q), 0.0f, 1.0f, 1.0f, 1.0f};
+    qp::rinc = {float(r.dp), float(r.dq), 0.1f};
+    qp::u_min = qp::xl1 = float(r.p);
+    qp::v_min = qp::yl1 = float(r.q);
+    qp::u_inc = float(r.dp);
+    qp::v_inc = float(r.dq);
+    qp::xl2 = float(r.p + 7.0);
+    qp::yl2 = float(r.q + 4.9);
+    qp::dmap.allocate(r.n1, r.n2);
+    for (int j = 1; j <= r.n2; ++j)
+      for (int i = 1; i <= r.n1; ++i) qp::dmap(i, j) = float(g(r.p + (i - 1) * r.dp, r.q + (j - 1) * r.dq));
+    for (const auto& pt : {std::array{0.0, 0.0}, {0.37, 0.61}, {3.0, 5.0}, {6.5, 9.01}, {1.0, 1.0}}) {
+      const double x = r.p + pt[0] * r.dp, y = r.q + pt[1] * r.dq;
+      float val = 0.0f;
+      calc_point_val(float(x), float(y), val);
+      EXPECT_NEAR(val, g(x, y), 2e-4 * (1 + std::fabs(g(x, y)))) << r.n1 << " " << pt[0] << " " << pt[1];
+    }
+  }
+  qp::plane_def = false;
+}
+
+// Fractional <-> orthogonal through the cell, with results of 0.0001 or
+// less, limit included, coming out as exactly 0.
+TEST(Frac2Orth, ConvertsAndSnapsSmallValues) {
+  set_monoclinic_cell();
+  const double sb = std::sin(110 * deg), cb = std::cos(110 * deg);
+  const struct {
+    float x, y, z;
+    double X, Y, Z;
+  } rows[] = {
+      {0.5f, 0.25f, 0.125f, 3 * sb, 1.75, 3 * cb + 1},
+      {-1.0f, 2.0f, 0.0f, -6 * sb, 14, -6 * cb},
+      {0.0f, 0.00001f, 0.0f, 0, 0, 0},        // 0.00007 snaps to 0
+      {0.0f, 0.00002f, 0.0f, 0, 0.00014, 0},  // 0.00014 stays
+  };
+  for (const auto& r : rows) {
+    float X, Y, Z, x, y, z;
+    frac2orth(r.x, r.y, r.z, X, Y, Z);
+    EXPECT_NEAR(X, r.X, 1e-5) << r.x;
+    EXPECT_NEAR(Y, r.Y, r.Y == 0 ? 0.0 : 1e-5) << r.y;
+    EXPECT_NEAR(Z, r.Z, 1e-5) << r.z;
+    orth2frac(X, Y, Z, x, y, z);
+    EXPECT_NEAR(x, r.x, 1e-5) << r.x;
+    EXPECT_NEAR(z, r.z, 1e-5) << r.z;
+  }
+  float x, y, z;
+  orth2frac(0.0001f, 0.0f, 0.0f, x, y, z);  // x = 0.0001/(a sin beta) snaps
+  EXPECT_EQ(x, 0.0f);
 }
