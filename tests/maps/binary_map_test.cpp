@@ -15,32 +15,34 @@
 #include "maps/map_memory.h"
 #include "state/quelmora_parametros.h"
 #include "tests/crystal/byte_fixture.h"
+#include "tests/maps/map_test_data.h"
 #include "toolkit/headless/headless.h"
 
 namespace qp = quelmora_parametros;
 
 namespace {
 
-// The bytes of a layout file and the offsets of its @ marks.
+// The bytes of the layout file, the offsets of its @ marks and, in file
+// order, each mark's offset with the message of a cut before it.
 struct map_fixture {
   std::string bytes;
   std::map<std::string, std::size_t> at;
-  void put(const std::string& mark, std::int32_t v) { std::memcpy(&bytes[at.at(mark)], &v, 4); }
+  std::vector<std::pair<std::size_t, std::string>> blocks;
+  void put(std::size_t offset, std::int32_t v) { std::memcpy(&bytes[offset], &v, 4); }
 };
 
-map_fixture read_layout(const std::string& name) {
-  const std::string path = QUELMORA_SOURCE_DIR "/tests/data/maps/" + name;
-  std::ifstream in(path);
-  if (!in) ADD_FAILURE() << "missing test data file " << path;
+map_fixture read_layout() {
   byte_fixture b;
   map_fixture f;
-  for (std::string line, kind; std::getline(in, line);) {
+  for (const std::string& line : table_rows("nacl_map.layout")) {
     std::istringstream s(line);
-    if (!(s >> kind) || kind[0] == '#') continue;
-    if (kind[0] == '@') f.at[kind.substr(1)] = b.size();
+    std::string kind, v;
     std::size_t width = 0;
-    std::string v;
-    if (kind == "text" && s >> width) {
+    s >> kind;
+    if (kind[0] == '@') {
+      f.at[kind.substr(1)] = b.size();
+      f.blocks.emplace_back(b.size(), std::getline(s >> std::ws, v) ? v : "");
+    } else if (kind == "text" && s >> width) {
       std::getline(s >> std::ws, v);
       b.text(v, width);
     }
@@ -78,7 +80,7 @@ void load(const std::string& bytes) {
 }
 
 TEST(BinaryMap, EveryFieldLandsInItsGlobal) {
-  load(read_layout("nacl_map.layout").bytes);
+  load(read_layout().bytes);
   ASSERT_FALSE(qp::kerror);
   EXPECT_TRUE(headless::boxes().empty());
   EXPECT_EQ((std::vector<std::string>{qp::titulo, qp::filinp, qp::filbin, qp::filfou, qp::filatm}),
@@ -89,21 +91,17 @@ TEST(BinaryMap, EveryFieldLandsInItsGlobal) {
   EXPECT_EQ((std::vector<float>{qp::dist1, qp::dist2, qp::dist3, qp::f000, qp::f000s, qp::smin, qp::smax, qp::sigm,
                                 qp::xinc, qp::yinc, qp::zinc, qp::denave, qp::densigma}),
             (std::vector<float>{3.5f, 2, 120, 112, 0.5f, 0, 0.7f, 2.5f, 0.5f, 1.0f / 3, 0.5f, 1.25f, 3.5f}));
-  EXPECT_EQ(qp::celda.cell[0], 5.64f);
-  // x fastest: point (i, j, k) holds (i-1) + 2((j-1) + 3(k-1)).
-  for (int k = 1; k <= 2; ++k)
-    for (int j = 1; j <= 3; ++j)
-      for (int i = 1; i <= 2; ++i) EXPECT_EQ(qp::rho(i, j, k), float(i - 1 + 2 * (j - 1 + 3 * (k - 1))));
-  // The provisional range of the file is replaced from the loaded map.
+  EXPECT_EQ(qp::rho(2, 3, 2), 11.0f);
+  // The provisional range of the file is replaced from the loaded map; the
+  // peaks replace the atoms.
   EXPECT_EQ(qp::denmin, 0.0f);
   EXPECT_EQ(qp::denmax, 11.0f);
-  // Peaks replace the atoms.
   ASSERT_EQ(qp::atomos.natoms, 1);
   EXPECT_EQ(qp::atomos.atom[0].lab, "Q1");
 }
 
 TEST(BinaryMap, WritersReproduceTheFile) {
-  const map_fixture f = read_layout("nacl_map.layout");
+  const map_fixture f = read_layout();
   auto atoms_at = [&](const char* mark) {
     atom_list_type list;
     std::istringstream bytes(f.bytes.substr(f.at.at(mark)));
@@ -127,29 +125,15 @@ TEST(BinaryMap, WritersReproduceTheFile) {
 // Cut the file at every byte: the message is that of the block the cut
 // falls in, and only one box is shown.
 TEST(BinaryMap, EveryCutGivesTheMessageOfItsBlock) {
-  const map_fixture f = read_layout("nacl_map.layout");
-  const std::pair<const char*, const char*> blocks[] = {
-      {"version", "Error reading the binary file...(Title)"},
-      {"cell", "Version of Sintrel-Quelmora NOT FOUND in the binary file"},
-      {"group", "Error reading the binary file...(Cell...)"},
-      {"atoms", "Error reading the binary file...(Symmetry...)"},
-      {"files", "Error reading the binary file...(Number of Atoms ...)"},
-      {"variables", "Error reading the binary file...(Files...)"},
-      {"grid", "Error reading the binary file...(Variables...)"},
-      {"summary", "Error reading the binary file...(Grid size of FFT...)"},
-      {"density", ""},
-      {"peaks", "Error reading the binary file...(Density Map...)"},
-      {"end", "Error reading the binary file...( Peaks data...)"},
-  };
+  const map_fixture f = read_layout();
   ASSERT_EQ(f.at.at("cell"), 85u);  // an 85-byte file fails at the cell, not at the version
-  std::size_t b = 0;
+  auto block = f.blocks.begin();
   for (std::size_t cut = 0; cut < f.bytes.size(); ++cut) {
-    while (cut >= f.at.at(blocks[b].first)) ++b;
+    while (cut >= block->first) ++block;
     load(f.bytes.substr(0, cut));
     EXPECT_TRUE(qp::kerror) << "cut at " << cut;
-    const std::vector<std::string> expected =
-        *blocks[b].second ? std::vector<std::string>{blocks[b].second} : std::vector<std::string>{};
-    ASSERT_EQ(headless::box_texts(), expected) << "cut at " << cut << " in the block before " << blocks[b].first;
+    const auto expected = block->second.empty() ? std::vector<std::string>{} : std::vector{block->second};
+    ASSERT_EQ(headless::box_texts(), expected) << "cut at " << cut;
   }
 }
 
@@ -157,18 +141,19 @@ TEST(BinaryMap, EveryCutGivesTheMessageOfItsBlock) {
 // the atoms; a peak count of 0 empties the atom list; bytes past the last
 // block are not looked at.
 TEST(BinaryMap, OddButValidFiles) {
-  map_fixture f = read_layout("nacl_map.layout");
+  map_fixture f = read_layout();
   const std::string whole = f.bytes, up_to_peaks = whole.substr(0, f.at.at("peaks"));
   f.bytes.replace(f.at.at("version"), 5, "zz\x01?!");
   load(f.bytes);
   EXPECT_FALSE(qp::kerror);
   f.bytes = up_to_peaks;
-  f.put("npeaks", 0);
+  const std::size_t npeaks = f.at.at("grid") - 4;  // the last of the run variables
+  f.put(npeaks, 0);
   load(f.bytes);
   EXPECT_FALSE(qp::kerror);
   EXPECT_EQ(qp::atomos.natoms, 2);
   EXPECT_EQ(qp::atomos.atom[1].lab, "Cl1");
-  f.put("npeaks", 3);
+  f.put(npeaks, 3);
   load(f.bytes + std::string(4, '\0'));
   EXPECT_FALSE(qp::kerror);
   EXPECT_EQ(qp::atomos.natoms, 0);
@@ -179,9 +164,9 @@ TEST(BinaryMap, OddButValidFiles) {
 
 // A grid count the file cannot hold is refused before the arrays are sized.
 TEST(BinaryMap, AbsurdGridFailsAtTheDensityMap) {
-  map_fixture f = read_layout("nacl_map.layout");
+  map_fixture f = read_layout();
   for (const std::int32_t nx : {2000000000, 2147483647}) {
-    f.put("grid", nx);
+    f.put(f.at.at("grid"), nx);
     load(f.bytes);
     EXPECT_TRUE(qp::kerror) << nx;
     EXPECT_EQ(headless::box_texts(), std::vector<std::string>{"Error reading the binary file...(Density Map...)"});

@@ -15,39 +15,32 @@ namespace qp = quelmora_parametros;
 
 namespace {
 
-class MolecularBonds : public ::testing::Test {
- protected:
-  std::filesystem::path dir =
-      std::filesystem::temp_directory_path() / ("quelmora_bonds_" + std::to_string(getpid()));
-
-  // A cubic cell of 10 A in P-1 with two atoms; the connection file unread.
-  void SetUp() override {
-    headless::install();
-    std::filesystem::create_directories(dir);
-    qp::codefil = (dir / "mol").string();
-    qp::celda = cell_metrics_type{};
-    set_crystal_cell({10, 10, 10}, {90, 90, 90}, qp::celda);
-    qp::grp_espacial = space_group_type{};
-    set_spacegroup("P -1", qp::grp_espacial);
-    allocate_atom_list(2, qp::atomos);
-    qp::atomos.atom[0].x = {0.1f, 0.2f, 0.3f};
-    qp::atomos.atom[1].x = {0.2f, 0.2f, 0.3f};
-    qp::kbonds = false;
-    qp::nbonds = 7;
-  }
-  void TearDown() override { std::filesystem::remove_all(dir); }
-
-  void write_enl(const std::string& text) { std::ofstream(qp::codefil + ".enl") << text; }
-};
+// A cubic cell of 10 A in P-1 with two atoms, bonds not yet read, and the
+// connection file <codefil>.enl holding the text given (none for nullptr).
+void molecule_with_file(const char* text) {
+  headless::install();
+  qp::codefil = (std::filesystem::temp_directory_path() / ("quelmora_bonds_" + std::to_string(getpid()))).string();
+  std::filesystem::remove(qp::codefil + ".enl");
+  if (text) std::ofstream(qp::codefil + ".enl") << text;
+  qp::celda = cell_metrics_type{};
+  set_crystal_cell({10, 10, 10}, {90, 90, 90}, qp::celda);
+  qp::grp_espacial = space_group_type{};
+  set_spacegroup("P -1", qp::grp_espacial);
+  allocate_atom_list(2, qp::atomos);
+  qp::atomos.atom[0].x = {0.1f, 0.2f, 0.3f};
+  qp::atomos.atom[1].x = {0.2f, 0.2f, 0.3f};
+  qp::kbonds = false;
+  qp::nbonds = 7;
+  calculate_bonds();
+}
 
 }  // namespace
 
 // Point 1 is atom 1, point 2 its inverse (not folded back), point 3 atom 2.
 // In Angstrom (1,2,3), (-1,-2,-3), (2,2,3): centre (2/3, 2/3, 1); x spreads
 // over 3 A and y over 4 A, each widened by a fifth on either side.
-TEST_F(MolecularBonds, ThreePointsAboutTheirCentre) {
-  write_enl("! a small chain\n1 1 1 2\n  1 2 2 1 3\n2 1 1 2\n");
-  calculate_bonds();
+TEST(MolecularBonds, ThreePointsAboutTheirCentre) {
+  molecule_with_file("! a small chain\n1 1 1 2\n  1 2 2 1 3\n2 1 1 2\n");
   ASSERT_TRUE(qp::kbonds);
   ASSERT_EQ(qp::nbonds, 3);
   EXPECT_EQ(qp::bonds[1], (std::array<std::int32_t, 12>{1, 2, 1, 3}));
@@ -60,7 +53,7 @@ TEST_F(MolecularBonds, ThreePointsAboutTheirCentre) {
   EXPECT_TRUE(headless::boxes().empty());
 }
 
-TEST_F(MolecularBonds, ShortMissingAndDamagedFiles) {
+TEST(MolecularBonds, ShortMissingAndDamagedFiles) {
   struct row {
     const char* what;
     const char* text;  // nullptr: no file
@@ -80,12 +73,10 @@ TEST_F(MolecularBonds, ShortMissingAndDamagedFiles) {
       {"garbage", "!\nthree blind mice\n", false, 0, true},
   };
   for (const row& r : rows) {
-    SetUp();
-    if (r.text) write_enl(r.text);
-    calculate_bonds();
+    molecule_with_file(r.text);
     EXPECT_EQ(qp::kbonds, r.read) << r.what;
     EXPECT_EQ(qp::nbonds, r.nbonds) << r.what;
     EXPECT_EQ(headless::boxes().size(), r.message ? 1u : 0u) << r.what;
-    std::filesystem::remove_all(dir);
   }
+  std::filesystem::remove(qp::codefil + ".enl");
 }

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <tuple>
 
 #include "crystal/vant_crystal_metrics.h"
 #include "maps/map_memory.h"
@@ -250,14 +251,11 @@ TEST(CalcPointVal, BilinearOnEachKindOfSection) {
   for (const auto& r : rows) {
     qp::plane_def = r.plane_def;
     qp::jpg = r.jpg;
+    // Each frame takes its origin and steps from its own globals.
     qp::rmax = {float(r.p), float(r.q), 0.0f, 1.0f, 1.0f, 1.0f};
     qp::rinc = {float(r.dp), float(r.dq), 0.1f};
-    qp::u_min = qp::xl1 = float(r.p);
-    qp::v_min = qp::yl1 = float(r.q);
-    qp::u_inc = float(r.dp);
-    qp::v_inc = float(r.dq);
-    qp::xl2 = float(r.p + 7.0);
-    qp::yl2 = float(r.q + 4.9);
+    std::tie(qp::u_min, qp::v_min, qp::u_inc, qp::v_inc) = std::tuple(float(r.p), float(r.q), float(r.dp), float(r.dq));
+    std::tie(qp::xl1, qp::xl2, qp::yl1, qp::yl2) = std::tuple(float(r.p), float(r.p + 7), float(r.q), float(r.q + 4.9));
     qp::dmap.allocate(r.n1, r.n2);
     for (int j = 1; j <= r.n2; ++j)
       for (int i = 1; i <= r.n1; ++i) qp::dmap(i, j) = float(g(r.p + (i - 1) * r.dp, r.q + (j - 1) * r.dq));
