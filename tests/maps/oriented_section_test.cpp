@@ -16,28 +16,6 @@ void expect_near(const vec3f& got, const vec3f& want) {
   for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR(got[k], want[k], 2e-5f) << k;
 }
 
-// rotai takes a point of the plane's frame to the crystal's, turning by
-// theta about y and then by phi about z; rotad takes it back.
-TEST(PlaneFrame, TurnsAgainstHandValues) {
-  const struct {
-    float theta, phi;
-    vec3f in, out;
-  } rows[] = {
-      {90.0f, 0.0f, {0.0f, 0.0f, 1.0f}, {1.0f, 0.0f, 0.0f}},
-      {0.0f, 90.0f, {1.0f, 0.0f, 0.0f}, {0.0f, 1.0f, 0.0f}},
-      {90.0f, 90.0f, {0.0f, 0.0f, 2.0f}, {0.0f, 2.0f, 0.0f}},
-  };
-  for (const auto& r : rows) {
-    qp::theta = r.theta;
-    qp::phi = r.phi;
-    vec3f out{}, back{};
-    rotai(out, r.in);
-    expect_near(out, r.out);
-    rotad(back, out);
-    expect_near(back, r.in);
-  }
-}
-
 // Each elementary turn goes by minus the angle about its axis.
 TEST(ViewTurns, ByMinusTheAngle) {
   vec3f out{};
