@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 
 #include "maps/molecular_bonds.h"
 #include "state/quelmora_parametros.h"
+#include "tests/maps/map_test_data.h"
 #include "toolkit/headless/headless.h"
 
 namespace qp = quelmora_parametros;
@@ -54,29 +57,19 @@ TEST(MolecularBonds, ThreePointsAboutTheirCentre) {
 }
 
 TEST(MolecularBonds, ShortMissingAndDamagedFiles) {
-  struct row {
-    const char* what;
-    const char* text;  // nullptr: no file
-    bool read;         // kbonds set
-    std::int32_t nbonds;
-    bool message;
-  } const rows[] = {
-      {"no file", nullptr, false, 7, false},
-      {"one line", "! only a comment\n", false, 7, false},
-      {"one point", "! one\n1 1 0\n", true, 1, false},
-      {"no such atom", "!\n9 1 0\n", false, 0, true},
-      {"no such operator", "!\n1 5 0\n", false, 0, true},
-      {"eleven links", "!\n1 1 11 1 1 1 1 1 1 1 1 1 1 1\n", false, 0, true},
-      {"link past the points", "!\n1 1 1 4\n", false, 0, true},
-      {"links cut short", "!\n1 1 2 1\n", false, 0, true},
-      {"no comment line", "1 1 0\n1 1 0\n", false, 0, true},
-      {"garbage", "!\nthree blind mice\n", false, 0, true},
-  };
-  for (const row& r : rows) {
-    molecule_with_file(r.text);
-    EXPECT_EQ(qp::kbonds, r.read) << r.what;
-    EXPECT_EQ(qp::nbonds, r.nbonds) << r.what;
-    EXPECT_EQ(headless::boxes().size(), r.message ? 1u : 0u) << r.what;
+  for (const std::string& row : table_rows("connection_files.txt")) {
+    std::istringstream in(row);
+    bool read = false;
+    std::int32_t nbonds = 0;
+    std::size_t boxes = 0;
+    std::string text;
+    std::getline(in >> read >> nbonds >> boxes >> std::ws, text);
+    ASSERT_FALSE(in.fail()) << "unreadable row: " << row;
+    std::replace(text.begin(), text.end(), '/', '\n');
+    molecule_with_file(text == "-" ? nullptr : text.c_str());
+    EXPECT_EQ(qp::kbonds, read) << row;
+    EXPECT_EQ(qp::nbonds, nbonds) << row;
+    EXPECT_EQ(headless::boxes().size(), boxes) << row;
   }
   std::filesystem::remove(qp::codefil + ".enl");
 }
