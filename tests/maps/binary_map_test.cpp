@@ -57,21 +57,17 @@ map_fixture read_layout() {
   return f;
 }
 
-std::string write_temp(const std::string& bytes) {
-  // Named after the process: several builds may run their tests at once.
+// The load chain as the shell runs it for a .bin, from a clean state. The
+// file is named after the process: several builds may run their tests at once.
+void load(const std::string& bytes) {
   const auto path = std::filesystem::temp_directory_path() / (std::to_string(getpid()) + "_quelmora_map.bin");
   std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-  return path.string();
-}
-
-// The load chain as the shell runs it for a .bin, from a clean state.
-void load(const std::string& bytes) {
   headless::install();
   qp::rho.release();
   qp::rhonew.release();
   qp::atomos = {};
   qp::kerror = false;
-  ASSERT_TRUE(open_filebin(write_temp(bytes)));
+  ASSERT_TRUE(open_filebin(path.string()));
   read_filebin_head();
   if (!qp::kerror) memory_maps();
   if (!qp::kerror) read_filebin_rho();

@@ -1,12 +1,13 @@
 // The map as it is drawn: rhonew made from rho on every load (the cell
-// closed periodically, or a box resampled), sections of the skewed families
-// resampled on a rectangle in Angstrom, the value under the pointer, and the
-// coordinate conversions. Values are checked against a density known at
-// every point, or against hand computations.
+// closed periodically, or a box resampled), oriented sections, sections of
+// the skewed families resampled on a rectangle in Angstrom, the value under
+// the pointer, and the coordinate conversions. Values are checked against a
+// density known at every point, or against hand computations.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numbers>
 #include <sstream>
@@ -14,6 +15,7 @@
 
 #include "crystal/vant_crystal_metrics.h"
 #include "maps/map_memory.h"
+#include "maps/oriented_section.h"
 #include "maps/section_extraction.h"
 #include "state/quelmora_parametros.h"
 #include "tests/maps/map_test_data.h"
@@ -29,9 +31,11 @@ double density(double x, double y, double z) {
   return std::cos(two_pi * x) + 0.5 * std::sin(two_pi * y) + 0.25 * std::cos(two_pi * (z + x));
 }
 
-// The density on an nx x ny x nz grid over the whole cell, loaded as a file
-// would be: ngrid, box and steps, arrays, rho.
-void load_grid(int nx, int ny, int nz) {
+// A density given at the grid points (i, j, k), by default the one above,
+// on an nx x ny x nz grid over the whole cell, loaded as a file would be:
+// ngrid, box and steps, arrays, rho.
+void load_grid(int nx, int ny, int nz, std::function<double(int, int, int)> at = {}) {
+  if (!at) at = [=](int i, int j, int k) { return density(double(i - 1) / nx, double(j - 1) / ny, double(k - 1) / nz); };
   qp::rho.release();
   qp::rhonew.release();
   qp::kerror = qp::plane_def = false;
@@ -42,8 +46,7 @@ void load_grid(int nx, int ny, int nz) {
   memory_maps();
   for (int k = 1; k <= nz; ++k)
     for (int j = 1; j <= ny; ++j)
-      for (int i = 1; i <= nx; ++i)
-        qp::rho(i, j, k) = float(density(double(i - 1) / nx, double(j - 1) / ny, double(k - 1) / nz));
+      for (int i = 1; i <= nx; ++i) qp::rho(i, j, k) = float(at(i, j, k));
 }
 
 // A monoclinic cell of 6, 7, 8 A and beta 110 has a* along X, b along Y and
@@ -110,10 +113,7 @@ TEST(ProcCarga, HandComputedInterpolation) {
   };
   const float along_y[] = {0, 100, 200, 0}, along_z[] = {0, 1000, 2000, 3000, 0};  // planes, then the closing one
   for (const auto& r : rows) {
-    load_grid(2, 3, 4);
-    for (int k = 1; k <= 4; ++k)
-      for (int j = 1; j <= 3; ++j)
-        for (int i = 1; i <= 2; ++i) qp::rho(i, j, k) = (i == 1 ? 10.0f : 30.0f) + along_y[j - 1] + along_z[k - 1];
+    load_grid(2, 3, 4, [&](int i, int j, int k) { return (i == 1 ? 10.0 : 30.0) + along_y[j - 1] + along_z[k - 1]; });
     qp::xlim = {r.x0, r.x1};
     qp::xinc = r.xinc;
     proc_carga();
@@ -145,6 +145,41 @@ TEST(ProcCarga, SkewFlagsFollowTheAngles) {
     proc_carga();
     EXPECT_EQ(qp::jpg, after) << row;
   }
+}
+
+// A cubic cell of 10 A on a 10-point grid with rho = i + j + k: sections of
+// any window, height and thickness against the values worked out by hand
+// in tests/data/maps/oriented_sections.txt.
+TEST(OrientedSection, ValuesOfTheCubicDensity) {
+  qp::celda = cell_metrics_type{};
+  set_crystal_cell({10.0f, 10.0f, 10.0f}, {90.0f, 90.0f, 90.0f}, qp::celda);
+  load_grid(10, 10, 10, [](int i, int j, int k) { return i + j + k; });
+  qp::theta = qp::phi = 0.0f;
+  for (const std::string& row : table_rows("oriented_sections.txt")) {
+    std::istringstream in(row);
+    float tol = 0.0f, value = 0.0f;
+    int iu = 0, iv = 0;
+    in >> qp::xl1 >> qp::xl2 >> qp::yl1 >> qp::yl2 >> qp::zt >> qp::boton_add >> qp::view_layers[0] >>
+        qp::view_layers[1] >> tol;
+    qp::dmap.allocate(50, 50);
+    oriented_section();
+    while (in >> iu >> iv >> value) EXPECT_NEAR(qp::dmap(iu, iv), value, tol) << row << ": " << iu << "," << iv;
+    EXPECT_TRUE(in.eof()) << "unreadable row: " << row;
+  }
+}
+
+// Each elementary turn goes by minus the angle about its axis.
+TEST(ViewTurns, ByMinusTheAngle) {
+  auto expect_near = [](const vec3f& got, const vec3f& want) {
+    for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR(got[k], want[k], 2e-5f) << k;
+  };
+  vec3f out{};
+  rota_ox(out, {0.0f, 1.0f, 0.0f}, 90.0f);
+  expect_near(out, {0.0f, 0.0f, -1.0f});
+  rota_oy(out, {1.0f, 0.0f, 0.0f}, 90.0f);
+  expect_near(out, {0.0f, 0.0f, 1.0f});
+  rota_oz(out, {1.0f, 0.0f, 0.0f}, 90.0f);
+  expect_near(out, {0.0f, -1.0f, 0.0f});
 }
 
 // The corners of the box (z, x) = (0,0), (0,1), (1,1), (1,0) in Angstrom
