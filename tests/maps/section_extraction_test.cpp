@@ -168,18 +168,17 @@ TEST(OrientedSection, ValuesOfTheCubicDensity) {
   }
 }
 
-// Each elementary turn goes by minus the angle about its axis.
+// Each elementary turn of the view goes by minus the angle about its axis.
 TEST(ViewTurns, ByMinusTheAngle) {
-  auto expect_near = [](const vec3f& got, const vec3f& want) {
-    for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR(got[k], want[k], 2e-5f) << k;
-  };
-  vec3f out{};
-  rota_ox(out, {0.0f, 1.0f, 0.0f}, 90.0f);
-  expect_near(out, {0.0f, 0.0f, -1.0f});
-  rota_oy(out, {1.0f, 0.0f, 0.0f}, 90.0f);
-  expect_near(out, {0.0f, 0.0f, 1.0f});
-  rota_oz(out, {1.0f, 0.0f, 0.0f}, 90.0f);
-  expect_near(out, {0.0f, -1.0f, 0.0f});
+  const struct {
+    void (*turn)(vec3f&, const vec3f&, float);
+    vec3f in, out;
+  } rows[] = {{rota_ox, {0, 1, 0}, {0, 0, -1}}, {rota_oy, {1, 0, 0}, {0, 0, 1}}, {rota_oz, {1, 0, 0}, {0, -1, 0}}};
+  for (int n = 0; n < 3; ++n) {
+    vec3f out{};
+    rows[n].turn(out, rows[n].in, 90.0f);
+    for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR(out[k], rows[n].out[k], 2e-5f) << "axis " << n << ", " << k;
+  }
 }
 
 // The corners of the box (z, x) = (0,0), (0,1), (1,1), (1,0) in Angstrom
