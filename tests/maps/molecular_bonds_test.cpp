@@ -54,6 +54,7 @@ TEST(MolecularBonds, ThreePointsAboutTheirCentre) {
                        qp::u_min, qp::u_max, qp::v_min, qp::v_max};
   for (int n = 0; n < 8; ++n) EXPECT_NEAR(got[n], expected[n], 1e-5f) << n;
   EXPECT_TRUE(headless::boxes().empty());
+  std::filesystem::remove(qp::codefil + ".enl");
 }
 
 TEST(MolecularBonds, ShortMissingAndDamagedFiles) {
