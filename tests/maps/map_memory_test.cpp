@@ -73,6 +73,8 @@ TEST(MemoryMaps, RefusesGridsBeyondAnyMemory) {
     memory_maps();
     EXPECT_TRUE(qp::kerror) << r.ngrid[2];
     EXPECT_EQ(qp::rho.allocated(), r.rho_kept) << r.ngrid[2];
-    if (r.rho_kept) EXPECT_FALSE(qp::rhonew.allocated()) << r.ngrid[2];
+    if (r.rho_kept) {
+      EXPECT_FALSE(qp::rhonew.allocated()) << r.ngrid[2];
+    }
   }
 }
