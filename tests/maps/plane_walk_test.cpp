@@ -30,21 +30,3 @@ TEST(PlaneWalk, ShortenedSearchGivesTheWalksCell) {
     }
   }
 }
-
-// Hand-worked cells of a 4-point axis (du = 0.25).
-TEST(PlaneWalk, CellsOfAFourPointAxis) {
-  const struct {
-    float a;
-    std::int32_t i1, i2;
-  } rows[] = {
-      {0.0f, 1, 2},     {0.1f, 1, 2},   {0.25f, 1, 2},     // on a grid point: the step below holds it
-      {0.25005f, 2, 3},                                    // within the tolerance of lo = 0.25
-      {0.26f, 2, 3},    {0.74f, 3, 4},  {0.8f, 4, 1},      // the last step wraps to index 1
-      {0.99999f, 4, 1}, {1.2f, 4, 1},                      // beyond the walk: the last step
-  };
-  for (const auto& r : rows) {
-    const plane_cell cell = locate_in_plane(r.a, 4);
-    EXPECT_EQ(cell.i1, r.i1) << r.a;
-    EXPECT_EQ(cell.i2, r.i2) << r.a;
-  }
-}
