@@ -1,10 +1,12 @@
-// The whole binary map file, built byte by byte: every field lands in its
-// global, every cut of the file gives exactly the message of its block, and
-// the writers reproduce the fixture.
+// The whole binary map file, built byte by byte from tests/data/maps: every
+// field lands in its global, every cut of the file gives exactly the message
+// of its block, and the writers reproduce the file.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 #include <unistd.h>
@@ -13,90 +15,59 @@
 #include "maps/map_memory.h"
 #include "state/quelmora_parametros.h"
 #include "tests/crystal/byte_fixture.h"
+#include "tests/maps/map_test_data.h"
 #include "toolkit/headless/headless.h"
 
 namespace qp = quelmora_parametros;
 
 namespace {
 
-// Offsets of the block boundaries of a built file.
-struct layout {
-  std::size_t version, cell, group, atoms, files, variables, grid, summary, density, peaks, end;
+// The bytes of the layout file, the offsets of its @ marks and, in file
+// order, each mark's offset with the message of a cut before it.
+struct map_fixture {
+  std::string bytes;
+  std::map<std::string, std::size_t> at;
+  std::vector<std::pair<std::size_t, std::string>> blocks;
+  void put(std::size_t offset, std::int32_t v) { std::memcpy(&bytes[offset], &v, 4); }
 };
 
-byte_fixture atom(const std::string& label, float x, float occ) {
-  byte_fixture f;
-  f.text(label, 20).text("Na", 2).text("NA", 4).i32(-1).i32(11).i32(1);
-  f.f32(x).f32(0.25f).f32(0.5f);
-  for (int n = 0; n < 6; ++n) f.f32(0.0f);
-  f.i32(0).i32(0).i32(0).f32(occ).f32(0).f32(0).i32(0).f32(1.5f).f32(0).f32(0).i32(0);
-  f.text("none", 4).text("isotr", 5);
-  for (int n = 0; n < 19; ++n) f.f32(0.0f);
-  for (int n = 0; n < 6; ++n) f.i32(0);
-  f.f32(0).f32(0);
-  for (int n = 0; n < 6; ++n) f.i32(0);
-  for (int n = 0; n < 50; ++n) f.f32(0.0f);
-  for (int n = 0; n < 25; ++n) f.i32(0);
-  f.text("None", 80);
-  return f;
-}
-
-// A 2 x 3 x 2 map with two atoms and, when npeaks > 0, a peak list of
-// peak_count entries.
-byte_fixture map_file(layout& at, const std::string& version = "04.06", std::int32_t npeaks = 1,
-                      std::int32_t peak_count = 1, std::array<std::int32_t, 3> ngrid = {2, 3, 2}) {
-  byte_fixture f;
-  f.text("NaCl test map", 80);
-  at.version = f.size();
-  f.text(version, 5);
-  at.cell = f.size();
-  const float cell_values[6] = {5.64f, 5.64f, 5.64f, 90.0f, 90.0f, 90.0f};
-  for (float v : cell_values) f.f32(v);
-  for (int n = 6; n < 74; ++n) f.f32(static_cast<float>(n));
-  f.text("BL", 2);
-  at.group = f.size();
-  f.i32(225).text("F m -3 m", 20).text("-F 4 2 3", 16).text("Cubic", 12).text("m-3m", 5).text("m-3m", 5);
-  f.text("", 5).text("", 90).i32(0).text("F", 1).text("cF", 2).i32(0);
-  f.text("", 51).text("", 80).i32(2).f32(0).f32(0).f32(0).i32(1).i32(1).i32(0);
-  for (int n = 0; n < 9; ++n) f.i32(n % 4 == 0 ? 1 : 0);
-  f.f32(0).f32(0).f32(0).text("x,y,z", 50);
-  for (int n = 0; n < 6; ++n) f.f32(n < 3 ? 0.0f : 1.0f);
-  f.i32(0);
-  at.atoms = f.size();
-  f.i32(2).append(atom("Na1", 0.0f, 1.0f)).append(atom("Cl1", 0.5f, 1.0f));
-  at.files = f.size();
-  f.text("nacl.inp", 150).text("nacl.bin", 150).text("nacl.fou", 150).text("nacl.atm", 150);
-  for (int n = 1; n <= 9; ++n) f.i32(n);
-  f.i32(1).f32(3.5f).f32(2.0f).f32(120.0f);
-  at.variables = f.size();
-  f.f32(112.0f).f32(0.5f).i32(3).f32(0.0f).f32(0.7f).f32(2.5f).i32(npeaks);
-  at.grid = f.size();
-  f.i32(ngrid[0]).i32(ngrid[1]).i32(ngrid[2]).f32(-1.0f).f32(99.0f);
-  f.f32(0).f32(1).f32(0).f32(1).f32(0).f32(1).f32(0.5f).f32(1.0f / 3.0f).f32(0.5f);
-  at.summary = f.size();
-  f.f32(1.25f).f32(3.5f);
-  at.density = f.size();
-  for (int n = 0; n < 12; ++n) f.f32(static_cast<float>(n));  // value n at point n, x fastest
-  at.peaks = f.size();
-  if (npeaks > 0) {
-    f.i32(peak_count);
-    for (int n = 0; n < peak_count; ++n) f.append(atom("Q" + std::to_string(n + 1), 0.25f, 7.5f));
+map_fixture read_layout() {
+  byte_fixture b;
+  map_fixture f;
+  for (const std::string& line : table_rows("nacl_map.layout")) {
+    std::istringstream s(line);
+    std::string kind, v;
+    std::size_t width = 0;
+    s >> kind;
+    if (kind[0] == '@') {
+      f.at[kind.substr(1)] = b.size();
+      f.blocks.emplace_back(b.size(), std::getline(s >> std::ws, v) ? v : "");
+    } else if (kind == "text" && s >> width) {
+      std::getline(s >> std::ws, v);
+      b.text(v, width);
+    }
+    while ((kind == "i32" || kind == "f32") && s >> v) {
+      const auto star = v.find('*');
+      const int count = star == std::string::npos ? 1 : std::stoi(v.substr(0, star));
+      for (int n = 0; n < count; ++n)
+        kind == "i32" ? b.i32(std::stoi(v.substr(star + 1))) : b.f32(std::stof(v.substr(star + 1)));
+    }
   }
-  at.end = f.size();
+  f.bytes = b.bytes;
   return f;
 }
 
-std::string write_temp(const std::string& bytes, const std::string& name = "quelmora_map_test.bin") {
-  // Named after the process too: several builds may run their tests at once.
-  const auto path = std::filesystem::temp_directory_path() / (std::to_string(getpid()) + "_" + name);
-  std::ofstream(path, std::ios::binary) << bytes;
-  return path.string();
-}
-
-// The load chain as the shell runs it for a .bin.
-void load(const std::string& path) {
+// The load chain as the shell runs it for a .bin, from a clean state. The
+// file is named after the process: several builds may run their tests at once.
+void load(const std::string& bytes) {
+  const auto path = std::filesystem::temp_directory_path() / (std::to_string(getpid()) + "_quelmora_map.bin");
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+  headless::install();
+  qp::rho.release();
+  qp::rhonew.release();
+  qp::atomos = {};
   qp::kerror = false;
-  ASSERT_TRUE(open_filebin(path));
+  ASSERT_TRUE(open_filebin(path.string()));
   read_filebin_head();
   if (!qp::kerror) memory_maps();
   if (!qp::kerror) read_filebin_rho();
@@ -104,156 +75,100 @@ void load(const std::string& path) {
   close_filebin();
 }
 
-class BinaryMap : public ::testing::Test {
- protected:
-  void SetUp() override {
-    headless::install();
-    qp::rho.release();
-    qp::rhonew.release();
-    qp::atomos = {};
-    qp::kerror = false;
-  }
-};
-
-TEST_F(BinaryMap, EveryFieldLandsInItsGlobal) {
-  layout at{};
-  load(write_temp(map_file(at).bytes));
+TEST(BinaryMap, EveryFieldLandsInItsGlobal) {
+  load(read_layout().bytes);
   ASSERT_FALSE(qp::kerror);
   EXPECT_TRUE(headless::boxes().empty());
-  EXPECT_EQ(qp::titulo, "NaCl test map");
-  EXPECT_EQ(qp::celda.cell[0], 5.64f);
-  EXPECT_EQ(qp::celda.cart_type, "BL");
-  EXPECT_EQ(qp::grp_espacial.numspg, 225);
-  EXPECT_EQ(qp::grp_espacial.sym_op_symb[0], "x,y,z");
-  EXPECT_EQ(qp::filinp, "nacl.inp");
-  EXPECT_EQ(qp::filbin, "nacl.bin");
-  EXPECT_EQ(qp::filfou, "nacl.fou");
-  EXPECT_EQ(qp::filatm, "nacl.atm");
+  EXPECT_EQ((std::vector<std::string>{qp::titulo, qp::filinp, qp::filbin, qp::filfou, qp::filatm}),
+            (std::vector<std::string>{"NaCl test map", "nacl.inp", "nacl.bin", "nacl.fou", "nacl.atm"}));
   EXPECT_EQ(qp::lugar, (std::array<std::int32_t, 9>{1, 2, 3, 4, 5, 6, 7, 8, 9}));
-  EXPECT_EQ(qp::jlist, 1);
-  EXPECT_EQ(qp::dist3, 120.0f);
-  EXPECT_EQ(qp::f000, 112.0f);
-  EXPECT_EQ(qp::f000s, 0.5f);
-  EXPECT_EQ(qp::ntype, 3);
-  EXPECT_EQ(qp::smax, 0.7f);
-  EXPECT_EQ(qp::sigm, 2.5f);
-  EXPECT_EQ(qp::npeaks, 1);
-  EXPECT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{2, 3, 2}));
-  EXPECT_EQ(qp::yinc, 1.0f / 3.0f);
-  EXPECT_EQ(qp::denave, 1.25f);
-  EXPECT_EQ(qp::densigma, 3.5f);
-  // x fastest: point (i, j, k) is element (i-1) + 2((j-1) + 3(k-1)).
-  EXPECT_EQ(qp::rho(2, 1, 1), 1.0f);
-  EXPECT_EQ(qp::rho(1, 2, 1), 2.0f);
-  EXPECT_EQ(qp::rho(1, 1, 2), 6.0f);
+  EXPECT_EQ((std::vector<std::int32_t>{qp::jlist, qp::ntype, qp::npeaks, qp::ngrid[0], qp::ngrid[1], qp::ngrid[2]}),
+            (std::vector<std::int32_t>{1, 3, 1, 2, 3, 2}));
+  EXPECT_EQ((std::vector<float>{qp::dist1, qp::dist2, qp::dist3, qp::f000, qp::f000s, qp::smin, qp::smax, qp::sigm,
+                                qp::xinc, qp::yinc, qp::zinc, qp::denave, qp::densigma}),
+            (std::vector<float>{3.5f, 2, 120, 112, 0.5f, 0, 0.7f, 2.5f, 0.5f, 1.0f / 3, 0.5f, 1.25f, 3.5f}));
   EXPECT_EQ(qp::rho(2, 3, 2), 11.0f);
-  // The provisional range of the file is replaced from the loaded map.
+  // The provisional range of the file is replaced from the loaded map; the
+  // peaks replace the atoms.
   EXPECT_EQ(qp::denmin, 0.0f);
   EXPECT_EQ(qp::denmax, 11.0f);
-  // Peaks replace the atoms.
   ASSERT_EQ(qp::atomos.natoms, 1);
   EXPECT_EQ(qp::atomos.atom[0].lab, "Q1");
-  EXPECT_EQ(qp::atomos.atom[0].occ, 7.5f);
 }
 
-TEST_F(BinaryMap, WritersReproduceTheFile) {
-  layout at{};
-  const byte_fixture f = map_file(at);
-  ASSERT_TRUE(open_filebin(write_temp(f.bytes)));
-  read_filebin_head();
+TEST(BinaryMap, WritersReproduceTheFile) {
+  const map_fixture f = read_layout();
+  auto atoms_at = [&](const char* mark) {
+    atom_list_type list;
+    std::istringstream bytes(f.bytes.substr(f.at.at(mark)));
+    bool ok = false;
+    read_bin_atom_list(list, bytes, ok);
+    return list;
+  };
+  load(f.bytes);
   ASSERT_FALSE(qp::kerror);
-  const atom_list_type structure = qp::atomos;
-  memory_maps();
-  read_filebin_rho();
-  read_filebin_atm_pks();
-  close_filebin();
-  qp::denmin = -1.0f;  // the file's provisional range, replaced by the load
+  qp::atomos = atoms_at("atoms");  // the structure, which the peaks replaced
+  qp::denmin = -1.0f;              // the file's provisional range, replaced by the load
   qp::denmax = 99.0f;
-  qp::atomos = structure;
   std::ostringstream out;
   write_filebin_head(out);
-  EXPECT_EQ(out.str().size(), at.density);
+  EXPECT_EQ(out.str().size(), f.at.at("density"));
   write_filebin_rho(out);
-  atom_list_type peaks;
-  allocate_atom_list(1, peaks);
-  std::istringstream peak_bytes(f.bytes.substr(at.peaks));
-  bool ok = false;
-  read_bin_atom_list(peaks, peak_bytes, ok);
-  write_filebin_peaks(out, peaks);
+  write_filebin_peaks(out, atoms_at("peaks"));
   EXPECT_EQ(out.str(), f.bytes);
 }
 
 // Cut the file at every byte: the message is that of the block the cut
 // falls in, and only one box is shown.
-TEST_F(BinaryMap, EveryCutGivesTheMessageOfItsBlock) {
-  layout at{};
-  const byte_fixture f = map_file(at);
-  struct block {
-    std::size_t end;
-    const char* message;  // "" for no message
-  };
-  const block blocks[] = {
-      {at.version, "Error reading the binary file...(Title)"},
-      {at.cell, "Version of Sintrel-Quelmora NOT FOUND in the binary file"},
-      {at.group, "Error reading the binary file...(Cell...)"},
-      {at.atoms, "Error reading the binary file...(Symmetry...)"},
-      {at.files, "Error reading the binary file...(Number of Atoms ...)"},
-      {at.variables, "Error reading the binary file...(Files...)"},
-      {at.grid, "Error reading the binary file...(Variables...)"},
-      {at.summary, "Error reading the binary file...(Grid size of FFT...)"},
-      {at.density, ""},
-      {at.peaks, "Error reading the binary file...(Density Map...)"},
-      {at.end, "Error reading the binary file...( Peaks data...)"},
-  };
-  const std::string path = write_temp("", "quelmora_cut_test.bin");
-  std::size_t b = 0;
-  for (std::size_t cut = 0; cut < f.size(); ++cut) {
-    while (cut >= blocks[b].end) ++b;
-    headless::install();
-    std::ofstream(path, std::ios::binary | std::ios::trunc) << f.bytes.substr(0, cut);
-    load(path);
+TEST(BinaryMap, EveryCutGivesTheMessageOfItsBlock) {
+  const map_fixture f = read_layout();
+  ASSERT_EQ(f.at.at("cell"), 85u);  // an 85-byte file fails at the cell, not at the version
+  auto block = f.blocks.begin();
+  for (std::size_t cut = 0; cut < f.bytes.size(); ++cut) {
+    while (cut >= block->first) ++block;
+    load(f.bytes.substr(0, cut));
     EXPECT_TRUE(qp::kerror) << "cut at " << cut;
-    const std::vector<std::string> expected =
-        *blocks[b].message ? std::vector<std::string>{blocks[b].message} : std::vector<std::string>{};
+    const auto expected = block->second.empty() ? std::vector<std::string>{} : std::vector{block->second};
     ASSERT_EQ(headless::box_texts(), expected) << "cut at " << cut;
   }
-  EXPECT_EQ(at.cell, 85u);  // an 85-byte file fails at the cell, not at the version
 }
 
-TEST_F(BinaryMap, OddButValidFiles) {
-  layout at{};
-  // Any five bytes in the version field.
-  load(write_temp(map_file(at, "zz\x01?!").bytes));
+// Any five bytes of version; npeaks 0 ends the file at the density and keeps
+// the atoms; a peak count of 0 empties the atom list; bytes past the last
+// block are not looked at.
+TEST(BinaryMap, OddButValidFiles) {
+  map_fixture f = read_layout();
+  const std::string whole = f.bytes, up_to_peaks = whole.substr(0, f.at.at("peaks"));
+  f.bytes.replace(f.at.at("version"), 5, "zz\x01?!");
+  load(f.bytes);
   EXPECT_FALSE(qp::kerror);
-  // npeaks 0: the file ends with the density grid.
-  qp::atomos = {};
-  load(write_temp(map_file(at, "04.06", 0).bytes));
+  f.bytes = up_to_peaks;
+  const std::size_t npeaks = f.at.at("grid") - 4;  // the last of the run variables
+  f.put(npeaks, 0);
+  load(f.bytes);
   EXPECT_FALSE(qp::kerror);
   EXPECT_EQ(qp::atomos.natoms, 2);
   EXPECT_EQ(qp::atomos.atom[1].lab, "Cl1");
-  // npeaks above 0 with a peak count of 0: atomos says 0.
-  load(write_temp(map_file(at, "04.06", 3, 0).bytes));
+  f.put(npeaks, 3);
+  load(f.bytes + std::string(4, '\0'));
   EXPECT_FALSE(qp::kerror);
   EXPECT_EQ(qp::atomos.natoms, 0);
-  EXPECT_TRUE(headless::boxes().empty());
-  // Bytes behind the last block are not looked at.
-  load(write_temp(map_file(at).bytes + "trailing bytes"));
+  load(whole + "trailing bytes");
   EXPECT_FALSE(qp::kerror);
+  EXPECT_TRUE(headless::boxes().empty());
 }
 
 // A grid count the file cannot hold is refused before the arrays are sized.
-TEST_F(BinaryMap, AbsurdGridFailsAtTheDensityMap) {
-  layout at{};
-  for (const std::array<std::int32_t, 3> ngrid : {std::array<std::int32_t, 3>{2000, 2000, 2000},
-                                                  std::array<std::int32_t, 3>{2147483647, 2, 1}}) {
-    headless::install();
-    load(write_temp(map_file(at, "04.06", 0, 0, ngrid).bytes));
-    EXPECT_TRUE(qp::kerror);
+TEST(BinaryMap, AbsurdGridFailsAtTheDensityMap) {
+  map_fixture f = read_layout();
+  for (const std::int32_t nx : {2000000000, 2147483647}) {
+    f.put(f.at.at("grid"), nx);
+    load(f.bytes);
+    EXPECT_TRUE(qp::kerror) << nx;
     EXPECT_EQ(headless::box_texts(), std::vector<std::string>{"Error reading the binary file...(Density Map...)"});
-    EXPECT_FALSE(qp::rho.allocated() && qp::rho.size() > 1000);
+    EXPECT_FALSE(qp::rho.allocated() && qp::rho.size() > 1000) << nx;
   }
+  EXPECT_FALSE(open_filebin("/no/such/dir/map.bin"));
 }
-
-TEST_F(BinaryMap, MissingFileDoesNotOpen) { EXPECT_FALSE(open_filebin("/no/such/dir/map.bin")); }
 
 }  // namespace

@@ -3,101 +3,74 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 
 #include "maps/molecular_bonds.h"
 #include "state/quelmora_parametros.h"
+#include "tests/maps/map_test_data.h"
 #include "toolkit/headless/headless.h"
 
 namespace qp = quelmora_parametros;
 
 namespace {
 
-class MolecularBonds : public ::testing::Test {
- protected:
-  std::filesystem::path dir =
-      std::filesystem::temp_directory_path() / ("quelmora_bonds_" + std::to_string(getpid()));
-
-  // A cubic cell of 10 A in P-1 with two atoms; the connection file unread.
-  void SetUp() override {
-    headless::install();
-    std::filesystem::create_directories(dir);
-    qp::codefil = (dir / "mol").string();
-    qp::celda = cell_metrics_type{};
-    set_crystal_cell({10, 10, 10}, {90, 90, 90}, qp::celda);
-    qp::grp_espacial = space_group_type{};
-    set_spacegroup("P -1", qp::grp_espacial);
-    allocate_atom_list(2, qp::atomos);
-    qp::atomos.atom[0].x = {0.1f, 0.2f, 0.3f};
-    qp::atomos.atom[1].x = {0.2f, 0.2f, 0.3f};
-    qp::kbonds = false;
-    qp::nbonds = 7;
-  }
-  void TearDown() override { std::filesystem::remove_all(dir); }
-
-  void write_enl(const std::string& text) { std::ofstream(qp::codefil + ".enl") << text; }
-};
+// A cubic cell of 10 A in P-1 with two atoms, bonds not yet read, and the
+// connection file <codefil>.enl holding the text given (none for nullptr).
+void molecule_with_file(const char* text) {
+  headless::install();
+  qp::codefil = (std::filesystem::temp_directory_path() / ("quelmora_bonds_" + std::to_string(getpid()))).string();
+  std::filesystem::remove(qp::codefil + ".enl");
+  if (text) std::ofstream(qp::codefil + ".enl") << text;
+  qp::celda = cell_metrics_type{};
+  set_crystal_cell({10, 10, 10}, {90, 90, 90}, qp::celda);
+  qp::grp_espacial = space_group_type{};
+  set_spacegroup("P -1", qp::grp_espacial);
+  allocate_atom_list(2, qp::atomos);
+  qp::atomos.atom[0].x = {0.1f, 0.2f, 0.3f};
+  qp::atomos.atom[1].x = {0.2f, 0.2f, 0.3f};
+  qp::kbonds = false;
+  qp::nbonds = 7;
+  calculate_bonds();
+}
 
 }  // namespace
 
 // Point 1 is atom 1, point 2 its inverse (not folded back), point 3 atom 2.
 // In Angstrom (1,2,3), (-1,-2,-3), (2,2,3): centre (2/3, 2/3, 1); x spreads
 // over 3 A and y over 4 A, each widened by a fifth on either side.
-TEST_F(MolecularBonds, ThreePointsAboutTheirCentre) {
-  write_enl("! a small chain\n1 1 1 2\n  1 2 2 1 3\n2 1 1 2\n");
-  calculate_bonds();
+TEST(MolecularBonds, ThreePointsAboutTheirCentre) {
+  molecule_with_file("! a small chain\n1 1 1 2\n  1 2 2 1 3\n2 1 1 2\n");
   ASSERT_TRUE(qp::kbonds);
   ASSERT_EQ(qp::nbonds, 3);
-  EXPECT_EQ(qp::bonds[1][0], 1);
-  EXPECT_EQ(qp::bonds[1][1], 2);
-  EXPECT_EQ(qp::bonds[1][2], 1);
-  EXPECT_EQ(qp::bonds[1][3], 3);
+  EXPECT_EQ(qp::bonds[1], (std::array<std::int32_t, 12>{1, 2, 1, 3}));
   EXPECT_NEAR(qp::at_bonds[1][0], -0.1f, 1e-6f);
-  EXPECT_NEAR(qp::baric[0], 2.0f / 3, 1e-5f);
-  EXPECT_NEAR(qp::baric[2], 1.0f, 1e-5f);
-  EXPECT_NEAR(qp::at_bonds_o[1][1], -8.0f / 3, 1e-5f);
-  EXPECT_NEAR(qp::at_bonds_o[2][0], 4.0f / 3, 1e-5f);
-  EXPECT_NEAR(qp::u_min, -5.0f / 3 - 0.6f, 1e-5f);
-  EXPECT_NEAR(qp::u_max, 4.0f / 3 + 0.6f, 1e-5f);
-  EXPECT_NEAR(qp::v_min, -8.0f / 3 - 0.8f, 1e-5f);
-  EXPECT_NEAR(qp::v_max, 4.0f / 3 + 0.8f, 1e-5f);
+  const float expected[] = {2.0f / 3, 1.0f, -8.0f / 3, 4.0f / 3, -5.0f / 3 - 0.6f, 4.0f / 3 + 0.6f,
+                            -8.0f / 3 - 0.8f, 4.0f / 3 + 0.8f};
+  const float got[] = {qp::baric[0], qp::baric[2], qp::at_bonds_o[1][1], qp::at_bonds_o[2][0],
+                       qp::u_min, qp::u_max, qp::v_min, qp::v_max};
+  for (int n = 0; n < 8; ++n) EXPECT_NEAR(got[n], expected[n], 1e-5f) << n;
   EXPECT_TRUE(headless::boxes().empty());
+  std::filesystem::remove(qp::codefil + ".enl");
 }
 
-TEST_F(MolecularBonds, ShortMissingAndDamagedFiles) {
-  struct row {
-    const char* what;
-    const char* text;  // nullptr: no file
-    bool read;         // kbonds set
-    std::int32_t nbonds;
-    bool message;
-  } const rows[] = {
-      {"no file", nullptr, false, 7, false},
-      {"one line", "! only a comment\n", false, 7, false},
-      {"one point", "! one\n1 1 0\n", true, 1, false},
-      {"no such atom", "!\n9 1 0\n", false, 0, true},
-      {"no such operator", "!\n1 5 0\n", false, 0, true},
-      {"eleven links", "!\n1 1 11 1 1 1 1 1 1 1 1 1 1 1\n", false, 0, true},
-      {"link past the points", "!\n1 1 1 4\n", false, 0, true},
-      {"links cut short", "!\n1 1 2 1\n", false, 0, true},
-      {"no comment line", "1 1 0\n1 1 0\n", false, 0, true},
-      {"garbage", "!\nthree blind mice\n", false, 0, true},
-  };
-  for (const row& r : rows) {
-    SetUp();
-    if (r.text) write_enl(r.text);
-    calculate_bonds();
-    EXPECT_EQ(qp::kbonds, r.read) << r.what;
-    EXPECT_EQ(qp::nbonds, r.nbonds) << r.what;
-    EXPECT_EQ(headless::boxes().size(), r.message ? 1u : 0u) << r.what;
-    std::filesystem::remove_all(dir);
+TEST(MolecularBonds, ShortMissingAndDamagedFiles) {
+  for (const std::string& row : table_rows("connection_files.txt")) {
+    std::istringstream in(row);
+    bool read = false;
+    std::int32_t nbonds = 0;
+    std::size_t boxes = 0;
+    std::string text;
+    std::getline(in >> read >> nbonds >> boxes >> std::ws, text);
+    ASSERT_FALSE(in.fail()) << "unreadable row: " << row;
+    std::replace(text.begin(), text.end(), '/', '\n');
+    molecule_with_file(text == "-" ? nullptr : text.c_str());
+    EXPECT_EQ(qp::kbonds, read) << row;
+    EXPECT_EQ(qp::nbonds, nbonds) << row;
+    EXPECT_EQ(headless::boxes().size(), boxes) << row;
   }
-  // The single point is its own centre and sits at the origin of the view.
-  SetUp();
-  write_enl("! one\n1 1 0\n");
-  calculate_bonds();
-  EXPECT_NEAR(qp::baric[1], 2.0f, 1e-5f);
-  EXPECT_EQ(qp::at_bonds_o[0], (vec3f{0, 0, 0}));
+  std::filesystem::remove(qp::codefil + ".enl");
 }
