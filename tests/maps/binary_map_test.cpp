@@ -3,6 +3,7 @@
 // of its block, and the writers reproduce the file.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -158,15 +159,32 @@ TEST(BinaryMap, OddButValidFiles) {
   EXPECT_TRUE(headless::boxes().empty());
 }
 
-// A grid count the file cannot hold is refused before the arrays are sized.
-TEST(BinaryMap, AbsurdGridFailsAtTheDensityMap) {
-  map_fixture f = read_layout();
-  for (const std::int32_t nx : {2000000000, 2147483647}) {
-    f.put(f.at.at("grid"), nx);
+// Hostile headers are refused with a message before the arrays are sized:
+// a grid the file cannot hold (its point count overflowing too), a grid with
+// no points, a cell whose angle is 0 or NaN.
+TEST(BinaryMap, HostileHeadersAreRefused) {
+  const std::string density = "Error reading the binary file...(Density Map...)";
+  const struct {
+    const char* what;
+    std::vector<std::int32_t> grid;  // ngrid, when changed
+    float gamma;                     // the cell's gamma
+    std::string message;
+  } cases[] = {
+      {"grid beyond the file", {2000000000, 2, 2}, 90, density},
+      {"grid count overflowing", {2147483647, 2147483647, 2147483647}, 90, density},
+      {"empty grid", {0, 20000, 20000}, 90, "The binary file holds an empty map: a grid extent is 0"},
+      {"angle of 0", {}, 0, "Bad cell parameters in the binary file: 5.64 5.64 5.64 90 90 0"},
+      {"NaN angle", {}, std::nanf(""), "Bad cell parameters in the binary file: 5.64 5.64 5.64 90 90 nan"},
+  };
+  for (const auto& c : cases) {
+    map_fixture f = read_layout();
+    for (std::size_t k = 0; k < c.grid.size(); ++k) f.put(f.at.at("grid") + 4 * k, c.grid[k]);
+    std::memcpy(&f.bytes[f.at.at("cell") + 20], &c.gamma, 4);
     load(f.bytes);
-    EXPECT_TRUE(qp::kerror) << nx;
-    EXPECT_EQ(headless::box_texts(), std::vector<std::string>{"Error reading the binary file...(Density Map...)"});
-    EXPECT_FALSE(qp::rho.allocated() && qp::rho.size() > 1000) << nx;
+    EXPECT_TRUE(qp::kerror) << c.what;
+    EXPECT_EQ(headless::box_texts(), std::vector<std::string>{c.message}) << c.what;
+    EXPECT_FALSE(qp::rho.allocated() && qp::rho.size() > 1000) << c.what;
+    EXPECT_FALSE(qp::rhonew.allocated() && qp::rhonew.size() > 1000) << c.what;
   }
   EXPECT_FALSE(open_filebin("/no/such/dir/map.bin"));
 }
