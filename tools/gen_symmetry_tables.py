@@ -865,21 +865,17 @@ TEST_GROUPS = ['P -1', 'P 21/C', 'C 2/C', 'P N M A', 'I 41/A M D', 'I 41/A M D:1
 
 
 def write_test_reference(path, rows):
+    """The Wyckoff reference of the tests, one group a line."""
     with open(path, 'w') as f:
-        f.write(HEADER + '// Wyckoff positions (letter a first, general position left out) of a\n'
-                '// dozen groups, with their multiplicities in the conventional cell.\n'
-                '#pragma once\n\n#include <vector>\n\n'
-                'struct wyckoff_reference {\n  const char* hm;\n  const char* hall;\n'
-                '  std::vector<int> multiplicity;\n  std::vector<const char*> origin;\n};\n\n'
-                'inline const std::vector<wyckoff_reference>& wyckoff_references() {\n'
-                '  static const std::vector<wyckoff_reference> table = {\n')
+        f.write('# Wyckoff positions of a dozen settings from the International Tables, as cctbx\n'
+                '# gives them (tools/gen_symmetry_tables.py): letter a first, the general\n'
+                '# position left out, multiplicities in the conventional cell.\n'
+                '# Hermann-Mauguin symbol | multiplicities | representative positions\n')
         for hm in TEST_GROUPS:
             hall = next(r[2] for r in rows if r[1] == hm)
             texts = wyckoff_texts(hall)
-            f.write('      {%s, %s, {%s}, {%s}},\n' % (
-                c_string(hm), c_string(hall), ', '.join(str(m) for _, m in texts),
-                ', '.join(c_string(t) for t, _ in texts)))
-        f.write('  };\n  return table;\n}\n')
+            f.write('%s | %s | %s\n' % (hm, ' '.join(str(m) for _, m in texts),
+                                        ' '.join(t.replace(' ', '') for t, _ in texts)))
 
 
 def fnv1a64(text):
@@ -899,16 +895,17 @@ def operator_fingerprint(ops):
 
 
 def write_hall_reference(path, rows):
+    """The Hall reference of the tests: order, operator hash, Hall symbol."""
     with open(path, 'w') as f:
-        f.write(HEADER + '// Every Hall symbol of the settings table expanded by cctbx: the order\n'
-                '// of the group and a hash of its operators (see operator_fingerprint in\n'
-                '// the script).\n#pragma once\n\n#include <cstdint>\n\n'
-                'struct hall_reference {\n  const char* hall;\n  int order;\n  std::uint64_t hash;\n};\n\n'
-                'inline constexpr hall_reference hall_references[] = {\n')
+        f.write('# Every Hall symbol of the settings table (spgr_info), one row a setting in the\n'
+                "# table's order, expanded by cctbx from the International Tables data\n"
+                '# (tools/gen_symmetry_tables.py): the order of the group, a 64-bit FNV-1a hash\n'
+                '# of its operators (operator_fingerprint in that script: each operator as its\n'
+                '# nine rotation elements and its translation in 24ths, the texts sorted and\n'
+                '# joined by ";"), then the Hall symbol.\n')
         for _, _, hall in rows:
             order, h = operator_fingerprint(ops_of(group_info(hall).group()))
-            f.write('    {%s, %d, 0x%016xull},\n' % (c_string(hall), order, h))
-        f.write('};\n')
+            f.write('%d %016x %s\n' % (order, h, hall))
 
 
 def main():
@@ -918,8 +915,8 @@ def main():
     write_spgr('crystal/vant_symmetry_tables_spgr_data.cpp', spgr_columns(rows))
     write_wyckoff('crystal/vant_symmetry_tables_wyckoff_data.cpp', rows, wyckoff_rows(rows))
     write_gen('crystal/vant_symmetry_tables_gen_data.cpp', gen_rows(rows))
-    write_test_reference('tests/crystal/wyckoff_reference_data.h', rows)
-    write_hall_reference('tests/crystal/hall_reference_data.h', rows)
+    write_test_reference('tests/data/crystal/wyckoff_reference.txt', rows)
+    write_hall_reference('tests/data/crystal/hall_reference.txt', rows)
 
 
 if __name__ == '__main__':
