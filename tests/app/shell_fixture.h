@@ -13,10 +13,12 @@
 #include <filesystem>
 #include <optional>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "app/quelmora_main.h"
 #include "app/stand_ins.h"
 #include "resources/quelmo_rc.h"
 #include "toolkit/headless/headless.h"
@@ -89,6 +91,26 @@ class Shell : public ::testing::Test {
   std::string start_dir_;
   std::map<const char*, std::optional<std::string>> saved_env_{{"HOME", {}}, {"KELDRANE", {}}, {"QUELMORA", {}}, {"PATH", {}}};
 };
+
+// Runs the program with the arguments, as a user starts it.
+inline int start(std::vector<const char*> args = {}) {
+  args.insert(args.begin(), "quelmora");
+  return quelmora_main(static_cast<int>(args.size()), args.data());
+}
+
+// The whole text of a file.
+inline std::string text_of(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// A reference file of tests/data/app; the test that reads it fails when it is
+// missing.
+inline std::string data_text(const std::string& name) {
+  const std::filesystem::path path = std::filesystem::path(QUELMORA_SOURCE_DIR) / "tests/data/app" / name;
+  EXPECT_TRUE(std::filesystem::exists(path)) << "missing data file " << path;
+  return text_of(path);
+}
 
 // Menu states right after start without a file: only File New, Open, Print
 // File, Exit, Help and Quit are on.
