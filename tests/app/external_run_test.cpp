@@ -69,16 +69,6 @@ TEST_F(Run, ControlFileToMapThroughSintrel) {
   EXPECT_EQ(cursor_shape(), 0);
 }
 
-// No sintrel on the path: the run itself says nothing, the load after it
-// finds no map.
-TEST_F(Run, NoMapFromTheRunIsToldByTheLoad) {
-  open_control_file("missing.inp");
-  headless::queue_menu(40005);
-  start();
-  EXPECT_EQ(headless::box_texts(), texts{"Error opening the binary file"});
-  EXPECT_TRUE(qp::kfourier && qp::kerror);
-}
-
 // The run on its own, from a given state and file name.
 TEST_F(Run, RunOutcomes) {
   struct row {

@@ -36,42 +36,33 @@ class Settings : public Shell {
   }
 };
 
-// Sets 1 and 3 (with one user colour) and a set out of range, which keeps
-// no level lines.
-TEST_F(Settings, WrittenLayoutOfEachColourSet) {
-  for (std::int32_t set : {1, 3, 7}) {
-    qp::bg_col = 16777215;
-    qp::fg_col = 255;
-    qp::set_color = set;
-    qp::set3_rojo[0] = qp::set3_verde[0] = 255;
-    qp::var_browser = "firefox";
-    save_settings_file("QUELMORA");
-    EXPECT_EQ(text_of(settings_file()), data_text("settings_set" + std::to_string(set) + ".set")) << set;
-    EXPECT_EQ(qp::fileset, settings_file().string());
-  }
-}
-
-TEST_F(Settings, RoundTripOfEachColourSet) {
-  for (std::int32_t set : {1, 2, 3}) {
+// Each colour set written against its file (set 3 with the user's colours
+// first on each line; 7 is out of range and keeps no level lines), then read
+// back: the levels, the user's colours and the browser come back, and the
+// palette takes set 2 or the user's set, while set 1 leaves it as it was.
+TEST_F(Settings, EachColourSetIsWrittenAndReadBack) {
+  for (std::int32_t set : {1, 2, 3, 7}) {
     reset_state();
     qp::bg_col = 1193046;
     qp::fg_col = 42;
     qp::set_color = set;
-    for (std::size_t i = 0; i < 20; ++i) {
-      const auto n = static_cast<std::int32_t>(i);
-      qp::level_lines[i] = {197 + n, n % 4, n % 3 + 1};
-      qp::set3_rojo[i] = 10 * n, qp::set3_verde[i] = 255 - n, qp::set3_azul[i] = n;
+    for (std::int32_t i = 0; i < 20; ++i) {
+      qp::level_lines[i] = {197 + i, i % 4, i % 3 + 1};
+      qp::set3_rojo[i] = 10 * i, qp::set3_verde[i] = 255 - i, qp::set3_azul[i] = i;
     }
     qp::var_browser = "/usr/bin/firefox --new-window";
     const auto written = qp::level_lines;
     const auto red = qp::set3_rojo, green = qp::set3_verde, blue = qp::set3_azul;
     save_settings_file("QUELMORA");
+    EXPECT_EQ(qp::fileset, settings_file().string());
+    EXPECT_EQ(text_of(settings_file()), data_text("settings_set" + std::to_string(set) + ".set")) << set;
     reset_state();
+    igrpalette(202, 7);
     load_settings_file("KELDRANE");
     EXPECT_EQ(qp::set_color, set);
     for (std::size_t i = 0; i < 20; ++i) {
-      EXPECT_EQ(qp::level_lines[i].style, written[i].style) << set << " " << i;
-      EXPECT_EQ(qp::level_lines[i].width, written[i].width) << set << " " << i;
+      EXPECT_EQ(qp::level_lines[i].style, set == 7 ? 0 : written[i].style) << set << " " << i;
+      EXPECT_EQ(qp::level_lines[i].width, set == 7 ? 1 : written[i].width) << set << " " << i;
     }
     if (set == 3) EXPECT_TRUE(qp::set3_rojo == red && qp::set3_verde == green && qp::set3_azul == blue);
     EXPECT_EQ(yyhelp_viewer(), "/usr/bin/firefox --new-window");
@@ -79,7 +70,7 @@ TEST_F(Settings, RoundTripOfEachColourSet) {
     EXPECT_EQ(palette_colour(120).value, 42);
     const std::int32_t level5 = set == 3   ? wrgb(50, 250, 5)
                                 : set == 2 ? wrgb(qp::set2_rojo[5], qp::set2_verde[5], qp::set2_azul[5])
-                                           : palette_colour(202).value;  // set 1 is left as it was
+                                           : 7;
     EXPECT_EQ(palette_colour(202).value, level5) << set;
   }
 }

@@ -36,17 +36,13 @@ class Shell : public ::testing::Test {
     dir_ = std::filesystem::temp_directory_path() /
            ("quelmora_shell_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + "_" +
             std::to_string(getpid()));
+    home_ = dir_ / "home";
     std::filesystem::remove_all(dir_);
-    std::filesystem::create_directories(dir_);
+    std::filesystem::create_directories(home_);
     std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.bin", dir_ / "nacl.bin");
     iosdirchange(dir_.string());
-    home_ = std::filesystem::temp_directory_path() / ("quelmora_home_" + std::to_string(getpid()));
-    std::filesystem::remove_all(home_);
-    std::filesystem::create_directories(home_);
-    for (auto& [name, value] : saved_env_) {
-      const char* old = std::getenv(name);
-      if (old) value = old;
-    }
+    for (auto& [name, value] : saved_env_)
+      if (const char* old = std::getenv(name)) value = old;
     set_env("HOME", home_.string());
     set_env("KELDRANE", "");
     set_env("QUELMORA", "");
@@ -54,13 +50,7 @@ class Shell : public ::testing::Test {
   }
   void TearDown() override {
     iosdirchange(start_dir_);
-    for (const auto& [name, value] : saved_env_) {
-      if (value)
-        setenv(name, value->c_str(), 1);
-      else
-        unsetenv(name);
-    }
-    std::filesystem::remove_all(home_);
+    for (const auto& [name, value] : saved_env_) value ? setenv(name, value->c_str(), 1) : unsetenv(name);
     std::filesystem::remove_all(dir_);
   }
 

@@ -49,17 +49,18 @@ TEST_F(Shell, StartWithoutAFileShowsTheEmptyShell) {
 // A file named on the command line. The example map is plotted, and the main
 // menu comes back fresh from the plot window (Output Fourier, which nothing
 // enabled, is on). A control file runs Sintrel (here one that does nothing,
-// the map being there) and plots the map of its stem, Sintrel Program off. A failure shows one
-// box over the header and leaves the menus as they were.
+// the map being there) and plots the map of its stem, Sintrel Program off.
+// A failure shows one box over the header and leaves the menus as they were.
 TEST_F(Shell, StartWithAFileArgument) {
-  touch("cu.map");
-  touch("cu.asc");
+  for (const char* name : {"cu.map", "cu.asc", "empty.inp"}) touch(name);
   std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.inp", dir_ / "nacl.inp");
   fake_program("sintrel", "exit 0\n");
   std::filesystem::create_directories(dir_ / "elsewhere");
   std::map<int, int> all_on = {{40005, 1}, {40008, 1}, {40011, 1}, {40021, 1}, {40022, 1}, {40027, 1}, {40028, 1}};
   std::map<int, int> no_sintrel = all_on;
   no_sintrel[40005] = 0;
+  std::map<int, int> plot_on = no_file_states;  // a run of Sintrel turns Plot on, map or not
+  plot_on[40022] = 1;
   struct row {
     const char *argument, *in, *box;
     std::map<int, int> states;
@@ -67,6 +68,7 @@ TEST_F(Shell, StartWithAFileArgument) {
   const row rows[] = {
       {"nacl.bin", "", "", all_on},
       {"nacl.inp", "", "", no_sintrel},
+      {"empty.inp", "", "Error opening the binary file", plot_on},  // Sintrel made no map
       {"nothere.bin", "", "Input Control File Not Found.", no_file_states},
       {"cu.map", "", "Error opening the binary file", no_file_states},
       {"cu.asc", "", "Opening the Ascii File", no_file_states},
@@ -191,7 +193,6 @@ TEST_F(Shell, ClosingSequenceAsksInOrder) {
     for (int a : r.answers) headless::answer_box(a);
     closing_sequence();
     EXPECT_EQ(headless::box_texts(), r.questions);
-    for (const auto& b : headless::boxes()) EXPECT_TRUE(b.title == "" && b.buttons == 3 && b.icon == 2);
     // Yes to the first question brings up the save selector (cancelled here).
     EXPECT_EQ(headless::selectors().size(), r.save_selectors);
     for (const auto& run : headless::selectors()) EXPECT_EQ(run.title, "Save Input Data");
