@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <sstream>
 
 #include "app/file_units.h"
 #include "app/quelmora_fourier.h"
@@ -45,13 +44,6 @@ class ControlFile : public Shell {
     return text_of(dir_ / name);
   }
 };
-
-template <typename... T>
-std::string joined(const T&... values) {
-  std::ostringstream s;
-  ((s << values << ' '), ...);
-  return s.str();
-}
 
 // The part of the state a reading sets, by the names the data file uses.
 std::string value_of(const std::string& name) {
@@ -95,28 +87,14 @@ std::string value_of(const std::string& name) {
 // Each case of the data file read on a state whose title, matrix and cell
 // show whether the reading touched them; no case shows a box.
 TEST_F(ControlFile, ReadsTheDirectivesOfEachCase) {
-  std::istringstream cases(data_text("control_directives.txt"));
-  std::string line, name, file;
-  int read = 0;
-  const auto run_case = [&](std::istream& in) {
+  for (const data_case& c : data_cases("control_directives.txt")) {
     qp::titulo = "kept";
     qp::trans = {vec3f{5, 5, 5}, vec3f{5, 5, 5}, vec3f{5, 5, 5}};
     qp::celda.cell = {9, 9, 9};
-    read_text(file);
-    ++read;
-    while (in.peek() != '-' && std::getline(in, line)) {
-      const std::size_t blank = line.find(' ');
-      const std::string key = line.substr(0, blank), want = blank == std::string::npos ? "" : line.substr(blank + 1);
-      EXPECT_EQ(value_of(key), want) << name << ": " << key;
-    }
-    EXPECT_TRUE(headless::boxes().empty()) << name;
-  };
-  while (std::getline(cases, line)) {
-    if (line.rfind("--- ", 0) == 0) name = line.substr(4), file.clear();
-    else if (line == "==") run_case(cases);
-    else if (line[0] != '#') file += line + "\n";
+    read_text(c.input);
+    for (const auto& [name, want] : c.values) EXPECT_EQ(value_of(name), want) << c.name << ": " << name;
+    EXPECT_TRUE(headless::boxes().empty()) << c.name;
   }
-  EXPECT_GE(read, 28);
 }
 
 TEST_F(ControlFile, ForeignBytesAndLineEndsArePassedOver) {

@@ -75,63 +75,40 @@ TEST_F(Settings, EachColourSetIsWrittenAndReadBack) {
   }
 }
 
-// Comments and blank lines where the reader passes over them, and a browser
-// line among other lines.
-TEST_F(Settings, HandWrittenFileIsReadFieldByField) {
-  write_settings(data_text("settings_hand_written.set"));
-  setenv("KELDRANE", " /opt/keldrane", 1);
-  load_settings_file("KELDRANE");
-  EXPECT_EQ(qp::var_suite, "/opt/keldrane");
-  EXPECT_EQ(qp::fileset, home_.string());
-  EXPECT_EQ(qp::bg_col, 255);
-  EXPECT_EQ(qp::fg_col, 65280);
-  EXPECT_EQ(qp::set_color, 3);
-  EXPECT_EQ(palette_colour(197).value, 16711680);
-  EXPECT_EQ(qp::level_lines[0].style, 2);
-  EXPECT_EQ(qp::level_lines[0].width, 3);
-  // 19000 = 0x4A38: red 0x38, green 0x4A.
-  EXPECT_EQ(qp::set3_rojo[19], 0x38);
-  EXPECT_EQ(qp::set3_verde[19], 0x4A);
-  EXPECT_EQ(qp::set3_azul[19], 0);
-  EXPECT_EQ(qp::level_lines[19].style, 1);
-  EXPECT_EQ(qp::level_lines[19].width, 2);
-  EXPECT_EQ(qp::var_browser, "chromium  --incognito");
+// The part of the state a reading sets, by the names the data file uses.
+std::string value_of(const std::string& name) {
+  const auto& l = qp::level_lines;
+  std::string s = name == "colours"   ? joined(qp::bg_col, qp::fg_col, qp::set_color)
+                  : name == "levels"  ? joined(l[0].style, l[0].width, l[19].style, l[19].width)
+                  : name == "user"    ? joined(qp::set3_rojo[0], qp::set3_verde[0], qp::set3_azul[0], qp::set3_rojo[19],
+                                               qp::set3_verde[19], qp::set3_azul[19])
+                  : name == "palette" ? joined(palette_colour(197).value, palette_colour(216).value)
+                  : name == "browser" ? qp::var_browser
+                  : name == "suite"   ? qp::var_suite
+                                      : "unknown value " + name;
+  return s.substr(0, s.find_last_not_of(' ') + 1);
 }
 
-TEST_F(Settings, DamagedFilesKeepWhatTheyCannotGive) {
-  struct row {
-    std::string name, text;
-    std::int32_t bg, fg, set_color, style1, width1, style20, width20;
-  };
-  std::string five_of_set3 = "1 2\n3\n";
-  for (int i = 0; i < 5; ++i) five_of_set3 += "255 3 4\n";
-  std::string set1 = "1 2\n1\n! first\n";
-  for (int i = 0; i < 20; ++i) set1 += "    0    1\n";
-  const row rows[] = {
-      {"only comments", "!---- Background /Foreground ----!\n!---- Levels ----!\n", 9, 9, 1, 0, 1, 0, 1},
-      {"empty", "", 9, 9, 1, 0, 1, 0, 1},
-      {"letters first", "white black\n2\n", 0, 0, 2, 0, 1, 0, 1},
-      {"two numbers for the set", "1 2\n2 3\n", 1, 2, 1, 0, 1, 0, 1},
-      {"comment among levels", set1, 1, 2, 1, 0, 0, 0, 1},
-      {"set 3 cut short", five_of_set3, 1, 2, 3, 3, 4, 0, 1},
-      {"set out of range", "1 2\n9\n5 5\n", 1, 2, 9, 0, 1, 0, 1},
-      {"garbage bytes", std::string("\x01\xff\x00zz\n\xfe=\n", 9) + "12abc 7e99\n", 0, 0, 1, 0, 0, 0, 1},
-  };
-  for (const row& r : rows) {
+// Each case of the data file read on a state whose colours are 9.
+TEST_F(Settings, ReadsEachCase) {
+  set_env("KELDRANE", " /opt/keldrane");
+  for (const data_case& c : data_cases("settings_cases.txt")) {
     reset_state();
     qp::bg_col = qp::fg_col = 9;
-    write_settings(r.text);
+    write_settings(c.input);
     load_settings_file("KELDRANE");
-    EXPECT_EQ((std::array{qp::bg_col, qp::fg_col, qp::set_color}), (std::array{r.bg, r.fg, r.set_color})) << r.name;
-    EXPECT_EQ((std::array{qp::level_lines[0].style, qp::level_lines[0].width, qp::level_lines[19].style,
-                          qp::level_lines[19].width}),
-              (std::array{r.style1, r.width1, r.style20, r.width20}))
-        << r.name;
-    EXPECT_EQ(qp::var_browser, "") << r.name;
+    for (const auto& [name, want] : c.values) EXPECT_EQ(value_of(name), want) << c.name << ": " << name;
+    EXPECT_EQ(qp::fileset, home_.string()) << c.name;
   }
-  // Set 3 cut short: five user colours, the rest black on screen.
-  EXPECT_EQ(palette_colour(197).value, 255);
-  EXPECT_EQ(palette_colour(216).value, 0);
+}
+
+TEST_F(Settings, ForeignBytesGiveNothing) {
+  qp::bg_col = qp::fg_col = 9;
+  write_settings(std::string("\x01\xff\x00zz\n\xfe=\n", 9) + "12abc 7e99\n");
+  load_settings_file("KELDRANE");
+  EXPECT_EQ(value_of("colours"), "0 0 1");
+  EXPECT_EQ(value_of("levels"), "0 0 0 1");
+  EXPECT_EQ(qp::var_browser, "");
 }
 
 // No file changes nothing; a save makes the folder, and a folder that cannot

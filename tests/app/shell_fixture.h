@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <sstream>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -100,6 +101,42 @@ inline std::string data_text(const std::string& name) {
   const std::filesystem::path path = std::filesystem::path(QUELMORA_SOURCE_DIR) / "tests/data/app" / name;
   EXPECT_TRUE(std::filesystem::exists(path)) << "missing data file " << path;
   return text_of(path);
+}
+
+// The cases of a data file. A line "--- what it shows" opens a case; the
+// lines up to "==" are its input; each line after it, up to the next case,
+// names a value and gives its expected text after one blank.
+struct data_case {
+  std::string name, input;
+  std::vector<std::pair<std::string, std::string>> values;
+};
+inline std::vector<data_case> data_cases(const std::string& file) {
+  std::vector<data_case> cases;
+  std::istringstream in(data_text(file));
+  bool values = false;
+  for (std::string line; std::getline(in, line);) {
+    if (line.rfind("--- ", 0) == 0) {
+      cases.push_back({line.substr(4), "", {}});
+      values = false;
+    } else if (line == "==") {
+      values = true;
+    } else if (!cases.empty() && !values) {
+      cases.back().input += line + "\n";
+    } else if (!cases.empty()) {
+      const std::size_t blank = std::min(line.find(' '), line.size());
+      cases.back().values.emplace_back(line.substr(0, blank), line.substr(std::min(blank + 1, line.size())));
+    }
+  }
+  EXPECT_FALSE(cases.empty()) << file;
+  return cases;
+}
+
+// The values as one text, a blank after each.
+template <typename... T>
+std::string joined(const T&... values) {
+  std::ostringstream s;
+  ((s << values << ' '), ...);
+  return s.str();
 }
 
 // Menu states right after start without a file: only File New, Open, Print
