@@ -144,25 +144,21 @@ TEST_F(Catalogue, TablesNameFieldsOfTheirKind) {
     const dialog_type* d = find_dialog(dialog);
     return d == nullptr ? nullptr : find_field(*d, id);
   };
+  const auto kind = [&](int dialog, int id) { return field(dialog, id) == nullptr ? -1 : field(dialog, id)->kind; };
   for (const tab_captions_type& tabs : quelmo_rc_tab_captions()) {
-    const field_type* holder = field(tabs.dialog, tabs.field);
-    ASSERT_NE(holder, nullptr) << tabs.dialog;
-    EXPECT_EQ(holder->kind, field_tab);
+    ASSERT_EQ(kind(tabs.dialog, tabs.field), field_tab) << tabs.dialog;
     for (const tab_page_type& page : tabs.pages) {
       const dialog_type* d = find_dialog(page.dialog);
       ASSERT_NE(d, nullptr) << page.caption;
       EXPECT_EQ(d->caption, "") << page.caption;
-      EXPECT_LE(d->width, holder->width) << page.caption;
-      EXPECT_LE(d->height, holder->height) << page.caption;
+      EXPECT_LE(d->width, field(tabs.dialog, tabs.field)->width) << page.caption;
+      EXPECT_LE(d->height, field(tabs.dialog, tabs.field)->height) << page.caption;
     }
   }
-  for (const option_list_type& list : quelmo_rc_option_lists()) {
-    ASSERT_NE(field(list.dialog, list.field), nullptr) << list.dialog;
-    EXPECT_EQ(field(list.dialog, list.field)->kind, field_menu);
-  }
+  for (const option_list_type& list : quelmo_rc_option_lists())
+    EXPECT_EQ(kind(list.dialog, list.field), field_menu) << list.dialog;
   for (const grid_columns_type& grid : quelmo_rc_grid_columns()) {
-    ASSERT_NE(field(grid.dialog, grid.field), nullptr) << grid.dialog;
-    EXPECT_EQ(field(grid.dialog, grid.field)->kind, field_grid);
+    EXPECT_EQ(kind(grid.dialog, grid.field), field_grid) << grid.dialog;
     EXPECT_NE(find_dialog(grid.row_dialog), nullptr);
   }
 }
