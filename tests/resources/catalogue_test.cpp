@@ -105,9 +105,9 @@ TEST_F(Catalogue, FieldsAreUniqueAndInsideTheirDialog) {
       EXPECT_GE(f.x, 0);
       EXPECT_GE(f.y, 0);
       EXPECT_LE(f.x + f.width, d->width);
-      if (f.kind != field_menu) EXPECT_LE(f.y + f.height, d->height);
-      if (!f.format.empty()) EXPECT_EQ(f.kind, field_real);
-      if (f.range) EXPECT_TRUE(f.kind == field_real || f.kind == field_integer);
+      EXPECT_TRUE(f.kind == field_menu || f.y + f.height <= d->height);
+      EXPECT_TRUE(f.format.empty() || f.kind == field_real);
+      EXPECT_TRUE(!f.range || f.kind == field_real || f.kind == field_integer);
     }
   }
 }
