@@ -12,11 +12,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <sstream>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "app/quelmora_main.h"
 #include "app/stand_ins.h"
 #include "resources/quelmo_rc.h"
 #include "toolkit/headless/headless.h"
@@ -34,17 +37,13 @@ class Shell : public ::testing::Test {
     dir_ = std::filesystem::temp_directory_path() /
            ("quelmora_shell_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + "_" +
             std::to_string(getpid()));
+    home_ = dir_ / "home";
     std::filesystem::remove_all(dir_);
-    std::filesystem::create_directories(dir_);
+    std::filesystem::create_directories(home_);
     std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.bin", dir_ / "nacl.bin");
     iosdirchange(dir_.string());
-    home_ = std::filesystem::temp_directory_path() / ("quelmora_home_" + std::to_string(getpid()));
-    std::filesystem::remove_all(home_);
-    std::filesystem::create_directories(home_);
-    for (auto& [name, value] : saved_env_) {
-      const char* old = std::getenv(name);
-      if (old) value = old;
-    }
+    for (auto& [name, value] : saved_env_)
+      if (const char* old = std::getenv(name)) value = old;
     set_env("HOME", home_.string());
     set_env("KELDRANE", "");
     set_env("QUELMORA", "");
@@ -52,13 +51,7 @@ class Shell : public ::testing::Test {
   }
   void TearDown() override {
     iosdirchange(start_dir_);
-    for (const auto& [name, value] : saved_env_) {
-      if (value)
-        setenv(name, value->c_str(), 1);
-      else
-        unsetenv(name);
-    }
-    std::filesystem::remove_all(home_);
+    for (const auto& [name, value] : saved_env_) value ? setenv(name, value->c_str(), 1) : unsetenv(name);
     std::filesystem::remove_all(dir_);
   }
 
@@ -89,6 +82,62 @@ class Shell : public ::testing::Test {
   std::string start_dir_;
   std::map<const char*, std::optional<std::string>> saved_env_{{"HOME", {}}, {"KELDRANE", {}}, {"QUELMORA", {}}, {"PATH", {}}};
 };
+
+// Runs the program with the arguments, as a user starts it.
+inline int start(std::vector<const char*> args = {}) {
+  args.insert(args.begin(), "quelmora");
+  return quelmora_main(static_cast<int>(args.size()), args.data());
+}
+
+// The whole text of a file.
+inline std::string text_of(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// A reference file of tests/data/app; the test that reads it fails when it is
+// missing.
+inline std::string data_text(const std::string& name) {
+  const std::filesystem::path path = std::filesystem::path(QUELMORA_SOURCE_DIR) / "tests/data/app" / name;
+  EXPECT_TRUE(std::filesystem::exists(path)) << "missing data file " << path;
+  return text_of(path);
+}
+
+// The cases of a data file. A line "--- what it shows" opens a case; the
+// lines up to "==" are its input; each line after it, up to the next case,
+// names a value and gives its expected text after one blank.
+struct data_case {
+  std::string name, input;
+  std::vector<std::pair<std::string, std::string>> values;
+};
+inline std::vector<data_case> data_cases(const std::string& file) {
+  std::vector<data_case> cases;
+  std::istringstream in(data_text(file));
+  bool values = false;
+  for (std::string line; std::getline(in, line);) {
+    if (line.rfind("--- ", 0) == 0) {
+      cases.push_back({line.substr(4), "", {}});
+      values = false;
+    } else if (line == "==") {
+      values = true;
+    } else if (!cases.empty() && !values) {
+      cases.back().input += line + "\n";
+    } else if (!cases.empty()) {
+      const std::size_t blank = std::min(line.find(' '), line.size());
+      cases.back().values.emplace_back(line.substr(0, blank), line.substr(std::min(blank + 1, line.size())));
+    }
+  }
+  EXPECT_FALSE(cases.empty()) << file;
+  return cases;
+}
+
+// The values as one text, a blank after each.
+template <typename... T>
+std::string joined(const T&... values) {
+  std::ostringstream s;
+  ((s << values << ' '), ...);
+  return s.str();
+}
 
 // Menu states right after start without a file: only File New, Open, Print
 // File, Exit, Help and Quit are on.

@@ -1,5 +1,5 @@
-// Start-up pieces on their own: the reset of the state, the root window,
-// the welcome text, what a file name means, and the loading chains.
+// Start-up pieces on their own: the date in the status bar, the welcome
+// text, and what a file name means.
 #include <gtest/gtest.h>
 
 #include "app/menu_file.h"
@@ -7,7 +7,6 @@
 #include "state/quelmora_parametros.h"
 #include "tests/app/shell_fixture.h"
 #include "toolkit/graphics/graphics.h"
-#include "toolkit/messages/child_window.h"
 #include "toolkit/messages/window.h"
 
 namespace qp = quelmora_parametros;
@@ -21,87 +20,6 @@ TEST(StatusDate, BlankFilledColumns) {
   };
   const row rows[] = {{2007, 3, 5, "Date:  5- 3-2007"}, {2026, 11, 22, "Date: 22-11-2026"}, {999, 1, 10, "Date: 10- 1- 999"}};
   for (const row& r : rows) EXPECT_EQ(status_date(r.y, r.m, r.d), r.text);
-}
-
-TEST(InitVarProg, ResetsFilesFlagsAndControlData) {
-  qp::filedir = qp::codefil = qp::filbin = qp::filps = qp::fileset = "x";
-  qp::kerror = qp::kedit = qp::ksettings = qp::kcancel = qp::kpeaks = true;
-  qp::kcalc = qp::kfirst = false;
-  qp::input_file = 3;
-  qp::npeaks = 4;
-  qp::ngrid = {1, 2, 3};
-  qp::f000s = 7.0f;
-  qp::lugar[8] = 5;
-  qp::zlim = {0.5f, 0.7f};
-  qp::dist2 = 3.0f;
-  qp::var_suite = "/suite";
-  init_var_prog();
-  EXPECT_EQ(qp::filedir + qp::codefil + qp::filbin + qp::filps + qp::fileset, "");
-  EXPECT_FALSE(qp::kerror || qp::kedit || qp::ksettings || qp::kcancel || qp::kpeaks);
-  EXPECT_TRUE(qp::kcalc && qp::kfirst);
-  EXPECT_EQ(qp::input_file, 0);
-  EXPECT_EQ(qp::titulo, "****---- Graphic Quelmora Program ----****");
-  EXPECT_EQ(qp::var_system, "UNIX");
-  EXPECT_EQ(qp::var_sep, "/");
-  EXPECT_EQ(qp::npeaks, 0);
-  EXPECT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{}));
-  EXPECT_EQ(qp::f000s, 1.0f);
-  EXPECT_EQ(qp::lugar[8], 0);
-  EXPECT_EQ(qp::zlim[1], 0.0f);
-  EXPECT_EQ(qp::dist2, 0.0f);
-  EXPECT_EQ(qp::var_suite, "/suite");  // untouched
-  qp::var_suite.clear();
-}
-
-TEST(InitVarGraf, ResetsThePlotState) {
-  qp::boton_tg = 4;
-  qp::boton_show = qp::kbonds = true;
-  qp::klimits = 2;
-  qp::plane_points[1] = "0 0 0";
-  qp::seccion = {5, 6, 7};
-  qp::nmap = 3;
-  qp::n_contour = 8;
-  qp::isolev = 3.0f;
-  qp::anglerot_pg3d = 10.0f;
-  init_var_graf();
-  EXPECT_EQ(qp::boton_tg, 1);
-  EXPECT_FALSE(qp::boton_show || qp::kbonds);
-  EXPECT_EQ(qp::klimits, 0);
-  EXPECT_EQ(qp::plane_points[1], "");
-  EXPECT_EQ(qp::seccion, (std::array<std::int32_t, 3>{1, 1, 1}));
-  EXPECT_EQ(qp::nmap, 1);
-  EXPECT_EQ(qp::n_contour, 20);
-  EXPECT_EQ(qp::isolev, 1.5f);
-  EXPECT_EQ(qp::anglerot_pg3d, -90.0f);
-  EXPECT_EQ(qp::angleele_pg3d, 22.5f);
-}
-
-TEST_F(Shell, InitGrafOpensTheRootWindow) {
-  register_quelmo_rc();
-  init_var_prog();
-  init_graf();
-  EXPECT_TRUE(window_is_open());
-  EXPECT_EQ(window_opened_with().options, 39);
-  EXPECT_EQ(window_opened_with().colours, 128);
-  EXPECT_EQ(window_caption(), "Graphic Quelmora Program");
-  EXPECT_EQ(shown_menu(), 30001);
-  EXPECT_EQ(shown_toolbar(1), 30101);
-  EXPECT_EQ(status_widths(), (std::vector<std::int32_t>{5000, 3000, -1}));
-  EXPECT_EQ(winfowindow(1), 800);  // the headless client area
-  EXPECT_EQ(winfowindow(2), 600);
-  std::int32_t y = 0, m = 0, d = 0;
-  iosdate(y, m, d);
-  EXPECT_EQ(status_text(3), status_date(y, m, d));
-  EXPECT_EQ(file_states(), no_file_states);
-  for (int id : {40025, 40026, 40007, 40024, 40029, 40016}) EXPECT_EQ(wmenugetstate(id, 1), 1) << id;
-  // Contour colours of set 1 on palette entries 197 to 216.
-  EXPECT_EQ(palette_colour(197).value, wrgb(128, 255, 255));
-  EXPECT_EQ(palette_colour(206).value, wrgb(0, 0, 170));
-  EXPECT_EQ(palette_colour(216).value, wrgb(254, 240, 73));
-  EXPECT_EQ(qp::set_color, 1);
-  EXPECT_EQ(qp::level_lines[19].colour, 216);
-  EXPECT_EQ(qp::level_lines[0].style, 0);
-  EXPECT_EQ(qp::level_lines[0].width, 1);
 }
 
 TEST_F(Shell, WriteHeaderDrawsThreeCentredLines) {
@@ -123,13 +41,10 @@ TEST_F(Shell, WriteHeaderDrawsThreeCentredLines) {
   for (std::size_t i = 0; i < 3; ++i) {
     EXPECT_EQ(texts[i].text, expected[i]);
     EXPECT_EQ(texts[i].colour.value, wrgb(0, 0, 255));
-    EXPECT_EQ(texts[i].text_style.alignment, 1);
-    EXPECT_EQ(texts[i].text_style.family, 103);
-    EXPECT_NEAR(texts[i].points[0].x, 400.0f, 1.0f);             // x = 0.5 of 800 pixels
+    EXPECT_EQ(texts[i].text_style.alignment, 1);  // centred on x = 0.5 of 800 pixels
+    EXPECT_NEAR(texts[i].points[0].x, 400.0f, 1.0f);
     EXPECT_NEAR(texts[i].points[0].y, (1.0f - y[i]) * 600.0f, 1.0f);  // units run upward
   }
-  EXPECT_EQ(texts[0].text_style.style, 3);
-  EXPECT_EQ(texts[1].text_style.style, 2);
   EXPECT_NEAR(texts[0].text_style.char_height / texts[1].text_style.char_height, 2.0f, 0.01f);
   EXPECT_EQ(current_colour().value, wrgb(0, 0, 0));  // restored to black
   EXPECT_EQ(current_text_style().family, 101);
@@ -174,29 +89,6 @@ TEST_F(Shell, FileValidationNames) {
     EXPECT_EQ(qp::filasc, r.filasc) << r.name;
     EXPECT_EQ(std::filesystem::path(qp::filedir), std::filesystem::canonical(dir_)) << r.name;
   }
-}
-
-TEST_F(Shell, PrepPlottingOfATextMapNeedsTheAsciiFile) {
-  init_var_prog();
-  qp::input_file = 2;
-  qp::filasc = "cu.asc";
-  prep_plotting();
-  EXPECT_TRUE(qp::kerror);
-  EXPECT_EQ(headless::box_texts(), std::vector<std::string>{"Opening the Ascii File"});
-  EXPECT_EQ(qp::filbin, "cu.bin");
-}
-
-// The map of the example stands in the scratch directory: a sintrel that
-// does nothing is enough for the load to find it.
-TEST_F(Shell, PrepPlottingOfAControlFileLoadsTheBinOfItsStem) {
-  fake_program("sintrel", "exit 0\n");
-  init_var_prog();
-  qp::input_file = 0;
-  qp::filinp = "nacl.inp";
-  prep_plotting();
-  EXPECT_FALSE(qp::kerror);
-  EXPECT_TRUE(qp::kfourier);
-  EXPECT_EQ(qp::ngrid[0], 48);
 }
 
 }  // namespace

@@ -4,22 +4,16 @@
 
 #include "app/quelmora_initialize.h"
 #include "app/quelmora_main.h"
-#include "crystal/vant_string_utilities.h"
 #include "state/quelmora_parametros.h"
 #include "tests/app/shell_fixture.h"
 #include "toolkit/dialogs/dialog_model.h"
-#include "toolkit/messages/window.h"
+#include "toolkit/graphics/graphics_colour.h"
 
 namespace qp = quelmora_parametros;
 
 namespace {
 
 using calls = std::vector<std::string>;
-
-int start(std::vector<const char*> args) {
-  args.insert(args.begin(), "quelmora");
-  return quelmora_main(static_cast<int>(args.size()), args.data());
-}
 
 // Pictures the plot window copied to the screen.
 std::size_t plot_pictures() {
@@ -31,51 +25,67 @@ std::size_t plot_pictures() {
 std::size_t header_texts() {
   std::size_t n = 0;
   for (const auto& p : headless::root_canvas().primitives())
-    if (p.kind == recorded_kind::text && p.text == "A graphical tool for Fourier Maps") ++n;
+    n += p.kind == recorded_kind::text && p.text == "A graphical tool for Fourier Maps";
   return n;
 }
 
-TEST_F(Shell, StartWithABinArgumentPlotsIt) {
-  EXPECT_EQ(start({"nacl.bin"}), 0);
-  EXPECT_TRUE(headless::boxes().empty());
-  EXPECT_EQ(stand_in_calls(), calls{});
-  EXPECT_EQ(plot_pictures(), 1u);
-  EXPECT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{48, 48, 48}));
-  EXPECT_EQ(qp::input_file, 1);
-  EXPECT_GT(qp::denmax, 10.0f);
-  // The main menu comes back fresh from the plot window: Output Fourier,
-  // which nothing enabled, is on now.
-  EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 1}, {40008, 1}, {40011, 1}, {40021, 1},
-                                               {40022, 1}, {40027, 1}, {40028, 1}}));
-  EXPECT_EQ(window_caption(), "Graphic Quelmora Program");
-  EXPECT_FALSE(window_is_open());
-  EXPECT_GE(header_texts(), 1u);
-}
-
-TEST_F(Shell, StartWithAMissingFileShowsOneBoxAndTheHeader) {
-  start({"nothere.bin"});
-  EXPECT_EQ(headless::box_texts(), calls{"Input Control File Not Found."});
-  EXPECT_EQ(headless::boxes()[0].title, "Error Message");
+TEST_F(Shell, StartWithoutAFileShowsTheEmptyShell) {
+  start({});
+  EXPECT_EQ(shown_menu(), 30001);
+  std::int32_t y = 0, m = 0, d = 0;
+  iosdate(y, m, d);
+  EXPECT_EQ(status_text(3), status_date(y, m, d));
   EXPECT_EQ(file_states(), no_file_states);
-  EXPECT_EQ(stand_in_calls(), calls{});
+  for (int id : {40025, 40026, 40007, 40024, 40029, 40016}) EXPECT_EQ(wmenugetstate(id, 1), 1) << id;
+  // Contour colours of set 1 on palette entries 197 to 216.
+  EXPECT_EQ(palette_colour(216).value, wrgb(qp::set1_rojo[19], qp::set1_verde[19], qp::set1_azul[19]));
   EXPECT_EQ(header_texts(), 1u);
+  EXPECT_FALSE(window_is_open());
 }
 
-TEST_F(Shell, StartWithAMapArgumentCannotOpenTheBinary) {
-  touch("cu.map");
-  start({"cu.map"});
-  EXPECT_EQ(headless::box_texts(), calls{"Error opening the binary file"});
-  EXPECT_EQ(file_states(), no_file_states);
-}
-
-// The program is meant to be started in the data directory: a file named
-// with another directory is found, but then looked for by its bare name.
-TEST_F(Shell, StartWithAFileInAnotherDirectory) {
+// A file named on the command line. The example map is plotted, and the main
+// menu comes back fresh from the plot window (Output Fourier, which nothing
+// enabled, is on). A control file runs Sintrel (here one that does nothing,
+// the map being there) and plots the map of its stem, Sintrel Program off.
+// A failure shows one box over the header and leaves the menus as they were.
+TEST_F(Shell, StartWithAFileArgument) {
+  for (const char* name : {"cu.map", "cu.asc", "empty.inp"}) touch(name);
+  std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.inp", dir_ / "nacl.inp");
+  fake_program("sintrel", "exit 0\n");
   std::filesystem::create_directories(dir_ / "elsewhere");
-  iosdirchange((dir_ / "elsewhere").string());
-  start({"../nacl.bin"});
-  EXPECT_EQ(headless::box_texts(), calls{"Error opening the binary file"});
-  EXPECT_EQ(file_states(), no_file_states);
+  std::map<int, int> all_on = {{40005, 1}, {40008, 1}, {40011, 1}, {40021, 1}, {40022, 1}, {40027, 1}, {40028, 1}};
+  std::map<int, int> no_sintrel = all_on;
+  no_sintrel[40005] = 0;
+  std::map<int, int> plot_on = no_file_states;  // a run of Sintrel turns Plot on, map or not
+  plot_on[40022] = 1;
+  struct row {
+    const char *argument, *in, *box;
+    std::map<int, int> states;
+  };
+  const row rows[] = {
+      {"nacl.bin", "", "", all_on},
+      {"nacl.inp", "", "", no_sintrel},
+      {"empty.inp", "", "Error opening the binary file", plot_on},  // Sintrel made no map
+      {"nothere.bin", "", "Input Control File Not Found.", no_file_states},
+      {"cu.map", "", "Error opening the binary file", no_file_states},
+      {"cu.asc", "", "Opening the Ascii File", no_file_states},
+      // The program is meant to be started in the data directory: a file
+      // named with another directory is found, then looked for by its bare name.
+      {"../nacl.bin", "elsewhere", "Error opening the binary file", no_file_states},
+  };
+  for (const row& r : rows) {
+    headless::install();
+    iosdirchange((dir_ / r.in).string());
+    EXPECT_EQ(start({r.argument}), 0);
+    const bool failed = *r.box != '\0';
+    EXPECT_EQ(headless::box_texts(), failed ? calls{r.box} : calls{}) << r.argument;
+    for (const auto& box : headless::boxes()) EXPECT_EQ(box.title, "Error Message");
+    EXPECT_EQ(qp::ngrid[0], failed ? 0 : 48) << r.argument;
+    EXPECT_EQ(plot_pictures(), failed ? 0u : 1u) << r.argument;
+    EXPECT_EQ(file_states(), r.states) << r.argument;
+    EXPECT_EQ(header_texts(), 1u) << r.argument;
+  }
+  EXPECT_EQ(stand_in_calls(), calls{});
 }
 
 TEST_F(Shell, FileOpenOfABinThenThePlot) {
@@ -84,8 +94,6 @@ TEST_F(Shell, FileOpenOfABinThenThePlot) {
   start({});
   EXPECT_TRUE(headless::boxes().empty());
   ASSERT_EQ(headless::selectors().size(), 1u);
-  EXPECT_EQ(headless::selectors()[0].filter, "Fourier Input File|*.inp;*.bin;*.asc;*.map|");
-  EXPECT_EQ(headless::selectors()[0].flags, 10);
   EXPECT_EQ(headless::selectors()[0].title, "Load Input File");
   EXPECT_EQ(headless::selectors()[0].start_name, "/");
   EXPECT_EQ(stand_in_calls(), calls{});
@@ -94,12 +102,10 @@ TEST_F(Shell, FileOpenOfABinThenThePlot) {
   EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 0}, {40008, 1}, {40011, 1}, {40021, 1},
                                                {40022, 1}, {40027, 0}, {40028, 1}}));
   EXPECT_EQ(qp::grp_espacial.multip, 192);
-  EXPECT_EQ(qp::atomos.natoms, 2);
 }
 
 // Opening the example control file loads its data and stops there: no
-// plot; Calculations on, Plot off until Sintrel has made the map. The data
-// are those the example map carries.
+// plot; Calculations on, Plot off until Sintrel has made the map.
 TEST_F(Shell, FileOpenOfAControlFileLoadsTheData) {
   std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.inp", dir_ / "nacl.inp");
   headless::queue_menu(40026);
@@ -111,34 +117,8 @@ TEST_F(Shell, FileOpenOfAControlFileLoadsTheData) {
   EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 1}, {40008, 0}, {40011, 1}, {40021, 1},
                                                {40022, 0}, {40027, 0}, {40028, 1}}));
   EXPECT_EQ(qp::input_file, 0);
-  EXPECT_FALSE(qp::kerror);
   EXPECT_EQ(qp::titulo, "nacl rock salt: na and cl as gaussian densities");
-  EXPECT_EQ(qp::spgr, "F M -3 M");
-  EXPECT_EQ(qp::filfou, "nacl.fou");
-  EXPECT_EQ(qp::lugar, (std::array<std::int32_t, 9>{1, 2, 3, 4, 0, 5, 0, 0, 0}));
-  const cell_metrics_type cell = qp::celda;
-  const auto grid = qp::ngrid;
-  const float f000 = qp::f000, smax = qp::smax;
-  const std::int32_t ntype = qp::ntype;
-  const atom_list_type atoms = qp::atomos;
-
-  headless::install();
-  headless::queue_menu(40026);
-  headless::answer_file((dir_ / "nacl.bin").string());
-  start({});
-  EXPECT_EQ(cell.cell, qp::celda.cell);
-  EXPECT_EQ(cell.ang, qp::celda.ang);
-  EXPECT_EQ(grid, qp::ngrid);
-  EXPECT_EQ(f000, qp::f000);
-  EXPECT_EQ(smax, qp::smax);
-  EXPECT_EQ(ntype, qp::ntype);
-  ASSERT_EQ(atoms.natoms, qp::atomos.natoms);
-  for (std::size_t i = 0; i < atoms.atom.size(); ++i) {
-    EXPECT_EQ(atoms.atom[i].lab, l_case(qp::atomos.atom[i].lab));
-    EXPECT_EQ(atoms.atom[i].chem_symb, qp::atomos.atom[i].chem_symb);
-    EXPECT_EQ(atoms.atom[i].x, qp::atomos.atom[i].x);
-    EXPECT_EQ(atoms.atom[i].occ, qp::atomos.atom[i].occ);
-  }
+  EXPECT_EQ(qp::atomos.natoms, 2);
 }
 
 TEST_F(Shell, OpenCancelledForgetsTheDirectory) {
@@ -192,21 +172,15 @@ TEST_F(Shell, ClosingSequenceAsksInOrder) {
   const std::string q1 = "Do you want to save the last modifications?";
   const std::string q2 = "Do you want to save the present settings?";
   const row rows[] = {
-      {true, true, {1, 1}, {q1, q2}, 1, true},
-      {true, true, {2, 2}, {q1, q2}, 0, false},
-      {true, true, {2, 1}, {q1, q2}, 0, true},
-      {false, true, {1}, {q2}, 0, true},
-      {true, false, {1}, {q1}, 1, false},
-      {false, false, {}, {}, 0, false},
+      {true, true, {1, 1}, {q1, q2}, 1, true}, {true, true, {2, 2}, {q1, q2}, 0, false},
+      {true, true, {2, 1}, {q1, q2}, 0, true}, {false, true, {1}, {q2}, 0, true},
+      {true, false, {1}, {q1}, 1, false},     {false, false, {}, {}, 0, false},
   };
   init_var_prog();
-  const auto settings_file = home_ / ".ksu" / "quelmora.set";
-  const auto directory_file = home_ / ".quelmora_dir";
   for (const row& r : rows) {
     std::filesystem::remove_all(home_ / ".ksu");
-    std::filesystem::remove(directory_file);
+    std::filesystem::remove(home_ / ".quelmora_dir");
     headless::install();
-    clear_stand_in_calls();
     qp::kedit = r.kedit;
     qp::ksettings = r.ksettings;
     window_options_type how;
@@ -214,17 +188,12 @@ TEST_F(Shell, ClosingSequenceAsksInOrder) {
     for (int a : r.answers) headless::answer_box(a);
     closing_sequence();
     EXPECT_EQ(headless::box_texts(), r.questions);
-    for (const auto& b : headless::boxes()) {
-      EXPECT_EQ(b.title, "");
-      EXPECT_EQ(b.buttons, 3);
-      EXPECT_EQ(b.icon, 2);
-    }
     // Yes to the first question brings up the save selector (cancelled here).
     EXPECT_EQ(headless::selectors().size(), r.save_selectors);
     for (const auto& run : headless::selectors()) EXPECT_EQ(run.title, "Save Input Data");
-    EXPECT_EQ(std::filesystem::exists(settings_file), r.settings_saved);
+    EXPECT_EQ(std::filesystem::exists(home_ / ".ksu" / "quelmora.set"), r.settings_saved);
     // The directory is written whatever the answers.
-    EXPECT_TRUE(std::filesystem::exists(directory_file));
+    EXPECT_TRUE(std::filesystem::exists(home_ / ".quelmora_dir"));
     EXPECT_FALSE(window_is_open());
   }
 }
@@ -236,24 +205,21 @@ TEST_F(Shell, MenuTable) {
     calls reached;
   };
   const row rows[] = {
-      {40027, {}},                   {40028, {}},                   {40010, {"menu_e_title"}},
-      {40017, {"menu_e_datafile"}},  {40013, {"menu_e_cell"}},      {40014, {"menu_e_space"}},
-      {40009, {"menu_e_atoms"}},     {40019, {"menu_e_listinfo"}},  {40015, {"menu_e_fourier"}},
-      {40012, {"menu_e_reflec"}},    {40020, {"menu_e_search"}},    {40005, {}},
-      {40008, {}},                  {40022, {}},                   {40016, {}},
-      {40029, {}},  // no suite directory: no help
-      {40006, {}},  {40011, {}},     {40018, {}},                   {40021, {}},
-      {40023, {}},  {40004, {}},     {40030, {}},
+      {40027, {}}, {40028, {}}, {40010, {"menu_e_title"}}, {40017, {"menu_e_datafile"}}, {40013, {"menu_e_cell"}},
+      {40014, {"menu_e_space"}}, {40009, {"menu_e_atoms"}}, {40019, {"menu_e_listinfo"}},
+      {40015, {"menu_e_fourier"}}, {40012, {"menu_e_reflec"}}, {40020, {"menu_e_search"}}, {40005, {}}, {40008, {}},
+      {40022, {}}, {40016, {}}, {40029, {}} /* no suite directory: no help */, {40006, {}}, {40011, {}}, {40018, {}},
+      {40021, {}}, {40023, {}}, {40004, {}}, {40030, {}},
   };
   for (const row& r : rows) {
     headless::install();
+    clear_stand_in_calls();
     headless::queue_menu(r.id);
     start({});
     EXPECT_EQ(stand_in_calls(), r.reached) << r.id;
     // Plot enters the plot window even with no map loaded: one empty picture.
     // So does Calculations after a run that made no map (no sintrel here).
     EXPECT_EQ(plot_pictures(), r.id == 40022 || r.id == 40005 ? 1u : 0u) << r.id;
-    clear_stand_in_calls();
   }
 }
 
@@ -265,7 +231,6 @@ TEST_F(Shell, AboutBoxShowsTheVersionsUntilOk) {
   const loaded_dialog_type* about = yyfind_dialog(113);
   ASSERT_NE(about, nullptr);
   EXPECT_FALSE(about->shown);
-  EXPECT_EQ(about->caption, "Quelmora Program");
   EXPECT_EQ(yyfind_field(*yyfind_dialog(113), 1033)->text, "04.06");
   EXPECT_EQ(yyfind_field(*yyfind_dialog(113), 1058)->text, "March - 2007");
   EXPECT_EQ(headless::refused(), std::vector<std::string>{});
@@ -313,7 +278,6 @@ TEST_F(Shell, HelpFilePath) {
   qp::var_system = "WIND";
   EXPECT_EQ(help_file_path(512), "/opt/keldrane/Help/sintrel.chm");
   qp::var_system = "UNIX";
-  clear_stand_in_calls();
   menu_h_help();
   EXPECT_EQ(stand_in_calls(), calls{"whelpfile1 /opt/keldrane/Html/sintrel.html"});
   qp::var_suite = "";
