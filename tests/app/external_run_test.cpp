@@ -2,6 +2,8 @@
 // search path that notes its arguments and leaves a map and a listing.
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "app/menu_calc.h"
 #include "app/quelmora_initialize.h"
 #include "app/quelmora_main.h"
@@ -77,6 +79,8 @@ TEST_F(Run, RunOutcomes) {
     bool error_before, cancel_before;
     texts runs, boxes;
     bool kfourier, kerror;
+    bool sintrel_installed = true;
+    bool old_map_left = false;  // a salt.bin older than the run lies there
   };
   const row rows[] = {
       {"plain", "salt.inp", false, false, {"salt.inp|"}, {}, true, false},
@@ -88,11 +92,22 @@ TEST_F(Run, RunOutcomes) {
       {"long name", std::string(137, 'a') + ".inp", false, false, {}, {}, true, false},
       // A name that ends the quote and, after the run, kills its shell.
       {"killed shell", "x\"; kill -KILL $$; \"", false, false, {"x|"}, {"Error executing Fourier Calculations"}, false, true},
+      {"no sintrel", "salt.inp", false, false, {}, {"The program sintrel could not be started: it is not on the search path"},
+       false, true, false},
+      {"no new map", "salt.inp", false, false, {"salt.inp|"}, {"Sintrel made no new map: salt.bin is older than the run"},
+       false, true, true, true},
   };
-  noting_program("sintrel", "");
   for (const row& r : rows) {
     fresh_shell();
     std::filesystem::remove(runs_file());
+    std::filesystem::remove(dir_ / "bin" / "sintrel");
+    if (r.sintrel_installed) noting_program("sintrel", "");
+    std::filesystem::remove(dir_ / "salt.bin");
+    if (r.old_map_left) {
+      touch("salt.bin");
+      std::filesystem::last_write_time(dir_ / "salt.bin",
+                                       std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    }
     qp::filinp = r.filinp;
     qp::kerror = r.error_before;
     qp::kcancel = r.cancel_before;

@@ -1,6 +1,7 @@
 // The settings file and the directory file: their layout on disk, what a
 // damaged file leaves, and the last directory carried from one run to the next.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "app/quelmora_initialize.h"
 #include "app/quelmora_main.h"
@@ -124,6 +125,27 @@ TEST_F(Settings, MissingFileAndFolder) {
   std::ofstream(home_ / ".ksu") << "x";
   save_settings_file("QUELMORA");
   EXPECT_TRUE(std::filesystem::is_regular_file(home_ / ".ksu"));
+}
+
+// A disk that fills half way (here the file-size limit) leaves the old
+// settings and folder files whole, and the user is told which and why.
+TEST_F(Settings, AFailedSaveKeepsTheOldFiles) {
+  write_settings("old settings\n");
+  std::ofstream(home_ / ".quelmora_dir") << "/old/folder\n";
+  rlimit saved{};
+  getrlimit(RLIMIT_FSIZE, &saved);
+  rlimit small = saved;
+  small.rlim_cur = 12;
+  setrlimit(RLIMIT_FSIZE, &small);
+  save_settings_file("QUELMORA");
+  directory_update("w");
+  setrlimit(RLIMIT_FSIZE, &saved);
+  EXPECT_EQ(text_of(settings_file()), "old settings\n");
+  EXPECT_EQ(text_of(home_ / ".quelmora_dir"), "/old/folder\n");
+  EXPECT_EQ(headless::box_texts(),
+            (std::vector<std::string>{"The settings were not saved: " + settings_file().string() + ": File too large",
+                                      "The working folder was not saved: " + (home_ / ".quelmora_dir").string() +
+                                          ": File too large"}));
 }
 
 // The suite's file comes first; its line with "LastD" names the directory.
