@@ -1,12 +1,9 @@
 // The atoms overlay through the plot window: which atoms of the cell land on
 // a section, where their discs stand, their colours and the peaks question.
-#include <algorithm>
 #include <cmath>
-#include <string>
-#include <vector>
+#include <tuple>
 
 #include "crystal/vant_crystallographic_symmetry.h"
-#include "plot/menu_plot.h"
 #include "tests/plot/plot_fixture.h"
 
 namespace {
@@ -17,42 +14,27 @@ struct disc {
   float radius;
 };
 
-atom_type atom(const std::string& lab, vec3f x) {
-  atom_type a;
-  a.lab = lab;
-  a.x = x;
-  a.occ = 1.0f;
-  return a;
-}
-
 class AtomsOverlay : public PlotWindow {
  protected:
-  // A cubic cell of 5.64 A on a 10-step grid, the section at z = 0.5.
-  static void set_structure(const std::string& group, std::vector<atom_type> atoms) {
+  // The atoms (label and position) in a cubic cell of 5.64 A on a 10-step
+  // grid, the section at z = 0.5.
+  static void set_structure(const std::string& group, const std::vector<std::pair<std::string, vec3f>>& atoms) {
     make_map({5.64f, 5.64f, 5.64f}, {90, 90, 90}, {10, 10, 10},
              [](int i, int j, int k) { return static_cast<float>(i + 2 * j + 3 * k); });
     qp::grp_espacial = space_group_type{};
     set_spacegroup(group, qp::grp_espacial);
     qp::atomos.natoms = static_cast<std::int32_t>(atoms.size());
-    qp::atomos.atom = std::move(atoms);
-    qp::katom = false;
-    qp::show_peaks = false;
+    qp::atomos.atom.clear();
+    for (const auto& [label, x] : atoms) {
+      auto& a = qp::atomos.atom.emplace_back();
+      std::tie(a.lab, a.x, a.occ) = std::tuple(label, x, 1.0f);
+    }
+    qp::katom = qp::show_peaks = false;
     qp::seccion = {1, 1, 6};
-  }
-
-  // Turns the overlay on with the given answer to the peaks question; the
-  // discs and texts of the picture shown then.
-  static std::pair<std::vector<disc>, std::vector<std::string>> show_atoms(int answer) {
-    std::pair<std::vector<disc>, std::vector<std::string>> shown;
     fresh_screen();
-    headless::answer_box(answer);
-    headless::queue_menu(40032);
-    headless::queue_look([&] { shown = {discs(), texts(last_picture())}; });
-    headless::queue_menu(40033);
-    menu_plotting();
-    return shown;
   }
 
+  // The discs of the picture shown now.
   static std::vector<disc> discs() {
     std::vector<disc> out;
     for (const auto& p : last_picture())
@@ -76,56 +58,50 @@ class AtomsOverlay : public PlotWindow {
 // (0, 0), all on the section. The walk over the cell translations adds its
 // shifts up, so no copy lands on the far edges x = 1 or y = 1.
 TEST_F(AtomsOverlay, RockSaltOnTheMiddleSection) {
-  set_structure("F m -3 m", {atom("Na", {0, 0, 0}), atom("Cl", {0.5f, 0.5f, 0.5f})});
-  const auto [d, labels] = show_atoms(2);
-  EXPECT_TRUE(qp::boton_atom);
+  set_structure("F m -3 m", {{"Na", {0, 0, 0}}, {"Cl", {0.5f, 0.5f, 0.5f}}});
+  headless::answer_box(2);
+  headless::queue_menu(cmd::atoms);
+  headless::queue_look([] {
+    const std::vector<disc> d = discs();
+    ASSERT_EQ(d.size(), 4u);
+    for (const auto& [u, v] : std::vector<std::pair<float, float>>{{0, 0.5f}, {0.5f, 0}, {0.5f, 0.5f}, {0, 0}})
+      EXPECT_TRUE(has_disc(d, u, v, 16)) << u << " " << v;
+    for (const disc& one : d) EXPECT_NEAR(one.radius, 15.0f, 0.5f);
+    EXPECT_EQ(text_count(last_picture(), "Cl"), 1);
+    EXPECT_EQ(qp::atmcell.natoms, 8);
+  });
+  run_plot();
   EXPECT_FALSE(qp::katom) << "leaving the plot window forgets the cell's atoms";
-  EXPECT_EQ(qp::atmcell.natoms, 8);
-  ASSERT_EQ(d.size(), 4u);
-  for (const auto& [u, v] : std::vector<std::pair<float, float>>{{0, 0.5f}, {0.5f, 0}, {0.5f, 0.5f}, {0, 0}})
-    EXPECT_TRUE(has_disc(d, u, v, 16)) << u << " " << v;
-  for (const disc& one : d) EXPECT_NEAR(one.radius, 15.0f, 0.5f);
-  EXPECT_EQ(std::count(labels.begin(), labels.end(), "Cl"), 1);
 }
 
 // Below, on and above the section, one outside the slab, and a peak that
-// only shows after Yes.
-TEST_F(AtomsOverlay, SideColoursAndPeaks) {
-  struct row {
-    int answer;
-    std::size_t discs;
-    bool peak_shown;
-  } const rows[] = {{2, 3, false}, {1, 4, true}};
-  for (const row& r : rows) {
-    set_structure("P 1", {atom("C1", {0.2f, 0.3f, 0.45f}), atom("C2", {0.4f, 0.3f, 0.5f}),
-                          atom("C3", {0.6f, 0.3f, 0.55f}), atom("C4", {0.6f, 0.6f, 0.7f}),
-                          atom("PK1", {0.8f, 0.8f, 0.5f})});
-    const std::vector<disc> d = show_atoms(r.answer).first;
-    EXPECT_EQ(d.size(), r.discs) << r.answer;
-    EXPECT_TRUE(has_disc(d, 0.2f, 0.3f, 128));
-    EXPECT_TRUE(has_disc(d, 0.4f, 0.3f, 16));
-    EXPECT_TRUE(has_disc(d, 0.6f, 0.3f, 192));
-    EXPECT_EQ(has_disc(d, 0.8f, 0.8f, 16), r.peak_shown);
-    ASSERT_FALSE(headless::boxes().empty());
-    EXPECT_EQ(headless::boxes().back().text, "Do you want plot also Peaks?");
+// only shows after Yes. Probing leaves the atoms command alone while atoms
+// are shown; a second press takes the overlay away and gives the probe
+// command back.
+TEST_F(AtomsOverlay, SideColoursPeaksAndSecondPress) {
+  for (int answer : {2, 1}) {
+    set_structure("P 1", {{"C1", {0.2f, 0.3f, 0.45f}}, {"C2", {0.4f, 0.3f, 0.5f}}, {"C3", {0.6f, 0.3f, 0.55f}},
+                          {"C4", {0.6f, 0.6f, 0.7f}}, {"PK1", {0.8f, 0.8f, 0.5f}}});
+    headless::answer_box(answer);
+    headless::queue_menu(cmd::atoms);
+    headless::queue_look([answer] {
+      const std::vector<disc> d = discs();
+      EXPECT_EQ(d.size(), answer == 1 ? 4u : 3u);
+      EXPECT_TRUE(has_disc(d, 0.2f, 0.3f, 128) && has_disc(d, 0.4f, 0.3f, 16) && has_disc(d, 0.6f, 0.3f, 192));
+      EXPECT_EQ(has_disc(d, 0.8f, 0.8f, 16), answer == 1);
+      EXPECT_EQ(wmenugetstate(cmd::probe, 1), 0);
+    });
+    headless::queue_menu(cmd::probe);
+    headless::queue_menu(cmd::probe);
+    headless::queue_menu(cmd::atoms);
+    headless::queue_look([] {
+      EXPECT_TRUE(discs().empty());
+      EXPECT_EQ(menu_states(1, {cmd::probe, cmd::atoms}), (std::vector{1, 1}));
+      EXPECT_EQ(wmenugetstate(cmd::atoms, 2), 0);
+    });
+    run_plot();
+    EXPECT_EQ(headless::box_texts(), std::vector<std::string>{"Do you want plot also Peaks?"});
     EXPECT_EQ(headless::boxes().back().title, "Showing Peaks");
-    qp::boton_atom = false;
+    EXPECT_FALSE(qp::boton_atom);
   }
-}
-
-// A second press takes the overlay away and gives the probe command back.
-TEST_F(AtomsOverlay, SecondPressTurnsItOff) {
-  set_structure("P 1", {atom("C1", {0.4f, 0.3f, 0.5f})});
-  fresh_screen();
-  headless::answer_box(2);
-  headless::queue_menu(40032);
-  headless::queue_menu(40032);
-  headless::queue_look([] {
-    EXPECT_TRUE(discs().empty());
-    EXPECT_EQ(wmenugetstate(40030, 1), 1);
-    EXPECT_EQ(wmenugetstate(40032, 2), 0);
-  });
-  headless::queue_menu(40033);
-  menu_plotting();
-  EXPECT_FALSE(qp::boton_atom);
 }

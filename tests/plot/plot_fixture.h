@@ -6,7 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -14,6 +18,7 @@
 #include "maps/binary_map.h"
 #include "maps/map_memory.h"
 #include "maps/section_extraction.h"
+#include "plot/menu_plot.h"
 #include "plot/plot_stand_ins.h"
 #include "resources/quelmo_rc.h"
 #include "state/quelmora_parametros.h"
@@ -26,6 +31,18 @@
 #include "toolkit/plots/plot_state.h"
 
 namespace qp = quelmora_parametros;
+
+// The commands of the plot window's toolbars, and the main menu's commands
+// the plot window disables or gives back.
+namespace cmd {
+enum : int {
+  background = 40002, foreground = 40003, run_through = 40004, sintrel = 40005, perspective = 40006,
+  plot = 40022, save = 40027, probe = 40030, atoms = 40032, leave = 40033, direction = 40034,
+  limits = 40035, section_up = 40036, section_down = 40037, plane = 40038, print = 40040,
+  metafile = 40041, postscript = 40042, text_map = 40043, reset = 40044, levels = 40047, sum = 40048,
+  legend = 40049, contours = 40072, filled = 40074, surface = 40075, isosurface = 40076,
+};
+}
 
 struct plot_point {
   float x, y;
@@ -52,7 +69,8 @@ class PlotWindow : public ::testing::Test {
     reset_plot_state();
     clear_plot_stand_in_calls();
   }
-
+  // A look queued after the window was left would never run.
+  void TearDown() override { EXPECT_EQ(headless::events_left(), 0u) << "events the plot window never read"; }
 
  public:
   static void reset_plot_state() {
@@ -101,6 +119,11 @@ class PlotWindow : public ::testing::Test {
     proc_carga();
   }
 
+  // The plot window serves the events queued so far, then is left.
+  static void run_plot() {
+    headless::queue_menu(cmd::leave);
+    menu_plotting();
+  }
 
   // A new scripted user and an empty record of the screen, the window left
   // open as it is.
@@ -138,12 +161,55 @@ class PlotWindow : public ::testing::Test {
     return out;
   }
 
+  // How often the text stands in the picture.
+  static long text_count(const std::vector<recorded_primitive>& picture, const std::string& text) {
+    const auto t = texts(picture);
+    return std::count(t.begin(), t.end(), text);
+  }
+
   static std::size_t count(const std::vector<recorded_primitive>& picture, recorded_kind kind, int colour_low,
                            int colour_high) {
     std::size_t n = 0;
     for (const auto& p : picture)
       n += p.kind == kind && p.colour.number >= colour_low && p.colour.number <= colour_high;
     return n;
+  }
+
+  // The states (option 1 enabled, 2 checked) of the commands, in order.
+  static std::vector<int> menu_states(int option, std::initializer_list<int> ids) {
+    std::vector<int> out;
+    for (int id : ids) out.push_back(wmenugetstate(id, option));
+    return out;
+  }
+
+  // The rows of a table in tests/data/plot, each of `fields` fields parted
+  // by "|" (one blank on either side of it is not part of a field); blank
+  // lines and lines starting with "#" are left out.
+  static std::vector<std::vector<std::string>> data_table(const std::string& name, std::size_t fields) {
+    const std::string path = std::string(QUELMORA_SOURCE_DIR) + "/tests/data/plot/" + name;
+    std::ifstream in(path);
+    EXPECT_TRUE(in.good()) << "the data file " << path << " is missing";
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(in, line);) {
+      if (line.empty() || line[0] == '#') continue;
+      std::vector<std::string> row;
+      for (std::size_t from = 0, bar = 0; bar != std::string::npos; from = bar + 1) {
+        bar = line.find('|', from);
+        std::string field = line.substr(from, bar == std::string::npos ? bar : bar - from);
+        if (from > 0 && field.starts_with(' ')) field.erase(0, 1);
+        if (bar != std::string::npos && field.ends_with(' ')) field.pop_back();
+        row.push_back(field);
+      }
+      if (row.size() == fields) rows.push_back(row);
+      else ADD_FAILURE() << path << ": " << row.size() << " fields, not " << fields << ", in " << line;
+    }
+    return rows;
+  }
+
+  // The numbers of a field of a data table.
+  static std::vector<float> numbers(const std::string& field) {
+    std::istringstream in(field);
+    return {std::istream_iterator<float>(in), std::istream_iterator<float>()};
   }
 
   // A pixel of the 800 x 600 window in the plot units of the last picture.
