@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "crystal/vant_crystallographic_symmetry.h"
+#include "maps/section_families.h"
 #include "tests/plot/plot_fixture.h"
 
 namespace {
@@ -54,24 +55,32 @@ class AtomsOverlay : public PlotWindow {
 
 }  // namespace
 
-// Rock salt at z = 1/2: Na at (0, 1/2) and (1/2, 0), Cl at (1/2, 1/2) and
-// (0, 0), all on the section. The walk over the cell translations adds its
-// shifts up, so no copy lands on the far edges x = 1 or y = 1.
-TEST_F(AtomsOverlay, RockSaltOnTheMiddleSection) {
-  set_structure("F m -3 m", {{"Na", {0, 0, 0}}, {"Cl", {0.5f, 0.5f, 0.5f}}});
-  headless::answer_box(2);
-  headless::queue_menu(cmd::atoms);
-  headless::queue_look([] {
-    const std::vector<disc> d = discs();
-    ASSERT_EQ(d.size(), 4u);
-    for (const auto& [u, v] : std::vector<std::pair<float, float>>{{0, 0.5f}, {0.5f, 0}, {0.5f, 0.5f}, {0, 0}})
-      EXPECT_TRUE(has_disc(d, u, v, 16)) << u << " " << v;
-    for (const disc& one : d) EXPECT_NEAR(one.radius, 15.0f, 0.5f);
-    EXPECT_EQ(text_count(last_picture(), "Cl"), 1);
-    EXPECT_EQ(qp::atmcell.natoms, 8);
-  });
-  run_plot();
-  EXPECT_FALSE(qp::katom) << "leaving the plot window forgets the cell's atoms";
+// Rock salt on the sections at w = 0 and w = 1/2 of each direction: Na and
+// Cl alternate on the corners and the centre lines of the square, all on the
+// section. The walk over the cell translations adds its shifts up, so no copy
+// lands on the far edges u = 1 or v = 1.
+TEST_F(AtomsOverlay, RockSaltOnEachSectionThroughItsAtoms) {
+  for (int direction : {1, 2, 3})
+    for (int section : {1, 6}) {
+      set_structure("F m -3 m", {{"Na", {0, 0, 0}}, {"Cl", {0.5f, 0.5f, 0.5f}}});
+      qp::imap = direction;
+      qp::boton_atom = false;
+      qp::seccion = {1, 1, 1};
+      qp::seccion[static_cast<std::size_t>(section_family(direction).w - 1)] = section;
+      headless::answer_box(2);
+      headless::queue_menu(cmd::atoms);
+      headless::queue_look([=] {
+        const std::vector<disc> d = discs();
+        ASSERT_EQ(d.size(), 4u) << direction << " " << section;
+        for (const auto& [u, v] : std::vector<std::pair<float, float>>{{0, 0.5f}, {0.5f, 0}, {0.5f, 0.5f}, {0, 0}})
+          EXPECT_TRUE(has_disc(d, u, v, 16)) << u << " " << v << " on " << direction << " " << section;
+        for (const disc& one : d) EXPECT_NEAR(one.radius, 15.0f, 0.5f);
+        EXPECT_EQ(text_count(last_picture(), section == 1 ? "Na" : "Cl"), 1);
+        EXPECT_EQ(qp::atmcell.natoms, 8);
+      });
+      run_plot();
+      EXPECT_FALSE(qp::katom) << "leaving the plot window forgets the cell's atoms";
+    }
 }
 
 // Below, on and above the section, one outside the slab, and a peak that
