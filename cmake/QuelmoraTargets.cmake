@@ -5,6 +5,9 @@ function(quelmora_coverage target)
   string(REGEX REPLACE "/.*" "" folder "${folder}")
   if("all" IN_LIST QUELMORA_COVERAGE OR folder IN_LIST QUELMORA_COVERAGE)
     target_compile_options(${target} PRIVATE --coverage -O0)
+    # The compiler cache would hand out objects whose notes name another
+    # folder, so that gcov finds no sources: instrumented code is compiled afresh.
+    set_target_properties(${target} PROPERTIES CXX_COMPILER_LAUNCHER "")
   endif()
 endfunction()
 
