@@ -124,6 +124,7 @@ TEST_F(Dialogs, UserInputKeepsToTheRangesAndStates) {
   wdialogsettab(1002, 104);
   EXPECT_TRUE(yyuser_text(104, 1020, "230"));
   EXPECT_FALSE(yyuser_text(104, 1020, "231"));
+  EXPECT_FALSE(yyuser_text(104, 1020, "1.5"));
   EXPECT_FALSE(yyuser_text(103, 1008, "1")) << "page 103 is no longer on the screen";
   wdialogselect(104);
   for (int state : {0, 2, 1}) {
@@ -227,6 +228,8 @@ TEST_F(Dialogs, AtomsGridColumnsRowsAndCells) {
   EXPECT_FALSE(yyuser_cell(118, 1007, 7, 3, "1")) << "no such column";
   wgridstatecell(1007, 2, 3, 2);
   EXPECT_FALSE(yyuser_cell(118, 1007, 2, 3, "0.5")) << "read only";
+  wgridgetreal(1007, 2, x, 3);
+  EXPECT_EQ(x[2], 0.75f);
   for (auto bad : {std::pair{0, 1}, std::pair{7, 1}, std::pair{2, 4}}) {
     wgridstatecell(1007, bad.first, bad.second, 1);
     EXPECT_EQ(winfoerror(1), error_bad_argument) << bad.first << "," << bad.second;
@@ -245,6 +248,7 @@ TEST_F(Dialogs, ErrorsOfMisuse) {
       {[] { wdialogload(9999); }, 1003},
       {[] { wdialogload(110); wdialogputreal(9999, 1.0f); }, error_bad_field},
       {[] { wdialogload(110); wdialogputinteger(1071, 1); }, error_field_kind},
+      {[] { wdialogload(110); wgridrows(1071, 1); }, error_field_kind},
       {[] { wdialogload(111); wdialogshow(-1, -1, 0, 1); }, error_modeless},
   };
   for (const row& r : rows) {

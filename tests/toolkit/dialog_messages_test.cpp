@@ -116,6 +116,10 @@ TEST_F(DialogUser, ColourBoxesTakeDrawingWhileShownAndDeliverMousePresses) {
   wdialogunload();
   EXPECT_EQ(headless::field_canvas(1222), nullptr);
   EXPECT_EQ(target_canvas(igr_field, 1222), nullptr);
+  wdialogload(112);
+  wdialogshow(-1, -1, 0, 3);
+  headless::install();  // a new script takes the boxes off the screen
+  EXPECT_EQ(target_canvas(igr_field, 1222), nullptr);
   igrselect(igr_window, 0);
 }
 

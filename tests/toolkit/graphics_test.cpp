@@ -22,6 +22,8 @@ TEST_F(graphics, AreaChecksEachAxis) {
   igrunits(5, 10, -5, 30);  // x reversed: x becomes 0..1, y stays as given
   EXPECT_EQ(winfoerror(1), 16);
   EXPECT_EQ((std::array{igrstate.xmin, igrstate.xmax, igrstate.ymin, igrstate.ymax}), (std::array{0.f, 1.f, 10.f, 30.f}));
+  igrunits(2, 3, 4, 3);  // equal y limits
+  EXPECT_EQ((std::array{igrstate.xmin, igrstate.xmax, igrstate.ymin, igrstate.ymax}), (std::array{2.f, 4.f, 0.f, 1.f}));
 }
 
 // Units 0..10 by 0..5 on the whole window: one unit is 20 pixels each way;
@@ -105,7 +107,7 @@ TEST_F(graphics, ShapesFillByPattern) {
     int style, density, angle;  // density 0: not given
     int ifstyl, ifbord, ifdens, ifangl;
   };
-  const row rows[] = {{4, 3, 1, 4, 1, 3, 1}, {-2, 5, 4, 2, 0, 5, 4}, {0, 0, 0, 0, 1, 2, 3}, {-4, 6, 5, 0, 1, 2, 3}};
+  const row rows[] = {{4, 3, 1, 4, 1, 3, 1}, {-2, 5, 4, 2, 0, 5, 4}, {0, 0, 0, 0, 1, 2, 3}, {-4, 6, 5, 0, 1, 2, 3}, {5, 1, 2, 0, 1, 1, 2}};
   igrunits(0, 0, 10, 5);
   igrlinewidth(3);
   for (const row& r : rows) {
@@ -146,6 +148,7 @@ TEST_F(graphics, TextTakesSizeAndTrim) {
   igrarea(0, 0, 0.5f, 1);
   wgrtextfont(103, 3, 0.04f, 0.1f);
   wgrtextstring(0.5f, 0.6f, "Quelmora   ");
+  wgrtextfont(std::nullopt, 2);  // width and height stay
   wgrtextreal(0.5f, 0.5f, -0.25f, "(F6.2)");
   wgrtextreal(0.5f, 0.5f, 1, "(Q6)");
   EXPECT_EQ(winfoerror(1), 1015);
@@ -156,6 +159,7 @@ TEST_F(graphics, TextTakesSizeAndTrim) {
   EXPECT_FLOAT_EQ(drawn()[0].text_style.char_width, 4);    // 0.04 of 100 pixels
   EXPECT_FLOAT_EQ(drawn()[0].text_style.char_height, 10);  // 0.1 of 100 pixels
   EXPECT_EQ(drawn()[1].text, "-0.25");
+  EXPECT_FLOAT_EQ(drawn()[1].text_style.char_width, 4);
 }
 
 TEST_F(graphics, BitmapsTakeDrawingAndCopyBack) {
@@ -177,8 +181,12 @@ TEST_F(graphics, BitmapsTakeDrawingAndCopyBack) {
   EXPECT_EQ(winfoerror(1), 1003);
   igrselect(7, 1);
   EXPECT_EQ(winfoerror(1), 1003);
-  attach_target(igr_window, 0, nullptr);
+  screen.forget();
+  attach_target(igr_window, 0, nullptr);  // nothing attached: nothing drawn
   igrjoin(0, 0, 1, 1);
+  igrareaclear();
+  wgrtextstring(0.5f, 0.5f, "x");
+  EXPECT_TRUE(drawn().empty());
   wbitmapget(bitmap, 0);
   EXPECT_EQ(bitmap, 0);
   EXPECT_EQ(winfoerror(1), 1003);

@@ -187,8 +187,10 @@ TEST_F(Messages, CommandLineEnvironmentAndDirectories) {
   std::string arg = "old";
   iosargument(1, arg);
   EXPECT_EQ(arg, "nacl.bin");
-  iosargument(3, arg);
-  EXPECT_EQ(arg, "");
+  for (int beyond : {3, -1}) {
+    iosargument(beyond, arg);
+    EXPECT_EQ(arg, "") << beyond;
+  }
   setenv("QUELMORA_TEST_VARIABLE", "/opt/suite", 1);
   iosvariable("QUELMORA_TEST_VARIABLE  ", arg);
   EXPECT_EQ(arg, "/opt/suite");

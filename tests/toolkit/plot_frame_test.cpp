@@ -33,8 +33,8 @@ TEST_F(plot_frame, NewPlotClampsSetsAndDecodesTheLayerWord) {
   const row rows[] = {{8, 600, 30, 40, 0, {8, 500, 30, 40}, {0, 0, 0, 0, 0, 0, 0, 0}},
                       {8, 0, 1, 0, 8, {8, 1, 2, 2}, {0, 1, 0, 0, 0, 0, 0, 0}},  // grid types need 2 values each way
                       {8, 3, 5, 9, 33, {8, 3, 5, 9}, {1, 0, 0, 1, 0, 0, 0, 1}},
-                      {12, -4, 0, 9, 16, {4, 1, 1, 9}, {0, 0, 3, 0, 0, 0, 0, 0}},  // unknown type becomes 4
-                      {8, 2, 10, 20, 16 + 4, {8, 2, 10, 20}, {0, 0, 1, 0, 0, 0, 0, 0}},
+                      {0, -4, 0, 9, 16, {4, 1, 1, 9}, {0, 0, 3, 0, 0, 0, 0, 0}},  // unknown types become 4
+                      {12, 2, 10, 9, 16 + 4, {4, 2, 10, 9}, {0, 0, 1, 0, 0, 0, 0, 0}},
                       {8, 2, 10, 20, 16 + 256, {8, 2, 10, 20}, {0, 0, 2, 0, 0, 0, 0, 0}},
                       {8, 2, 10, 20, 512, {8, 2, 10, 20}, {0, 0, 0, 0, 1, 1, 0, 0}},
                       {8, 2, 10, 20, 512 + 2048, {8, 2, 10, 20}, {0, 0, 0, 0, 1, 2, 1, 0}}};
@@ -47,7 +47,9 @@ TEST_F(plot_frame, NewPlotClampsSetsAndDecodesTheLayerWord) {
         << r.layer;
   }
   // A three-dimensional grid layout splits the base by the grid's proportions.
-  const int wide[2] = {30, 10};
+  const int tall[2] = {10, 20}, wide[2] = {30, 10};
+  ipgnewplot2(8, 2, tall, 1 + 512);
+  EXPECT_FLOAT_EQ(ipgstate.skew3d, 0.25f);
   ipgnewplot2(8, 2, wide, 1 + 512);
   EXPECT_FLOAT_EQ(ipgstate.skew3d, 1 - 0.5f * 10 / 30);
   EXPECT_FLOAT_EQ(ipgstate.hb3d, 0.6f / 30);
