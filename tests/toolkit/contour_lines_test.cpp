@@ -7,7 +7,6 @@
 
 #include "tests/toolkit/plot_fixture.h"
 #include "toolkit/plots/contour.h"
-#include "toolkit/plots/contour_spiral.h"
 
 namespace {
 
@@ -187,27 +186,6 @@ TEST_F(contour_lines, CellMethodWithPositions) {
       const double i = q.x <= 2 ? 1 + q.x / 2 : 2 + (q.x - 2) / 3;
       EXPECT_NEAR(i + 2 * (1 + q.y * 2 / 3), 5.5, 1e-3);
     }
-}
-
-// The spiral visits every node of the grid once, starting at its centre and
-// moving outward ring by ring, for every centre of grids of many shapes.
-TEST(contour_spiral, VisitsEveryNodeOnceOutward) {
-  for (const auto& [n1, n2] : {std::pair{1, 1}, {2, 5}, {5, 2}, {6, 6}, {40, 3}, {7, 11}}) {
-    spiral_scan scan(n1, n2);
-    for (int cj = 1; cj <= n2; ++cj)
-      for (int ci = 1; ci <= n1; ++ci) {
-        scan.centre_on(ci, cj);
-        std::vector<int> seen(static_cast<std::size_t>(n1 * n2), 0), rings;
-        for (int i = 0, j = 0; scan.next(i, j);) {
-          ASSERT_TRUE(i >= 1 && i <= n1 && j >= 1 && j <= n2);
-          rings.push_back(std::max(std::abs(i - ci), std::abs(j - cj)));
-          ++seen[static_cast<std::size_t>((j - 1) * n1 + (i - 1))];
-        }
-        EXPECT_EQ(rings[0], 0);
-        EXPECT_TRUE(std::is_sorted(rings.begin(), rings.end()));
-        EXPECT_EQ(std::count(seen.begin(), seen.end(), 1), n1 * n2) << n1 << "x" << n2 << " at " << ci << "," << cj;
-      }
-  }
 }
 
 // A labelled circle of a cone: broken once for the label's length, the

@@ -136,24 +136,6 @@ TEST_F(Dialogs, UserInputKeepsToTheRangesAndStates) {
   EXPECT_EQ(winfoerror(1), error_bad_argument);
 }
 
-TEST_F(Dialogs, RadioGroupsStartOnTheirFirstButton) {
-  for (const auto& [dialog, first, put, number] :
-       {std::array{104, 1021, 1022, 2}, {118, 1003, 1005, 3}, {112, 1198, 1242, 3}, {108, 1098, 1098, 1}}) {
-    wdialogload(dialog);
-    std::int32_t n = 0;
-    wdialoggetradiobutton(first, n);
-    EXPECT_EQ(n, 1) << dialog;
-    wdialogputradiobutton(put);
-    wdialoggetradiobutton(first, n);
-    EXPECT_EQ(n, number) << dialog;
-  }
-  show_input_data(104);
-  EXPECT_TRUE(yyuser_radio(104, 1023));
-  std::int32_t n = 0;
-  wdialoggetradiobutton(1021, n);
-  EXPECT_EQ(n, 3);
-}
-
 TEST_F(Dialogs, OptionMenus) {
   wdialogload(106);
   std::int32_t sel = -1;

@@ -61,15 +61,6 @@ TEST_F(DialogUser, FieldChangesComeInOrderWithTheFieldsLeftAndEntered) {
   EXPECT_TRUE(headless::refused().empty());
 }
 
-TEST_F(DialogUser, WithoutTheEnableOnlyTheButtonArrives) {
-  wdialogload(114);
-  wdialogshow(-1, -1, 0, 3);
-  headless::type_text(114, 1088, "12");
-  headless::choose_radio(114, 1180);
-  headless::press(114, 2);
-  EXPECT_EQ(read_all(), (seen{{3, 2, 0, 114}}));
-}
-
 TEST_F(DialogUser, RefusedActionsChangeNothingAndAreNoted) {
   wdialogload(110);
   wdialogshow(-1, -1, 0, 3);
