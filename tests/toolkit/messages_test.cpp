@@ -4,15 +4,11 @@
 
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 
 #include "toolkit/core/resources.h"
 #include "toolkit/core/werror.h"
-#include "toolkit/dialogs/file_selector.h"
 #include "toolkit/dialogs/message_box.h"
 #include "toolkit/dialogs/winfodialog.h"
 #include "toolkit/headless/headless.h"
@@ -209,21 +205,6 @@ TEST_F(Messages, CommandLineEnvironmentAndDirectories) {
   EXPECT_EQ(after, before);
 }
 
-// A command that waits has ended when the call returns; only a shell that
-// is killed is an error, a command that fails is not.
-TEST_F(Messages, ShellCommandWaitsAndToldFailureToStart) {
-  const std::string mark = ::testing::TempDir() + "quelmora_ios_command_" + std::to_string(getpid());
-  for (const auto& [command, error] : {std::pair<std::string, int>{"echo ran > '" + mark + "'", 0},
-                                       {"exit 3", 0}, {"kill -KILL $$", 13}}) {
-    ioscommand(command, 3);
-    EXPECT_EQ(winfoerror(1), error) << command;
-  }
-  std::string word;
-  std::ifstream(mark) >> word;
-  EXPECT_EQ(word, "ran");
-  std::remove(mark.c_str());
-}
-
 TEST(MessageBoxes, TheFamilyShowsTitlesButtonsAndIconsAndAnswers) {
   headless::install();
   headless::answer_box(2);
@@ -249,30 +230,6 @@ TEST(MessageBoxes, TheFamilyShowsTitlesButtonsAndIconsAndAnswers) {
     EXPECT_EQ(b.icon, rows[i].icon) << i;
     EXPECT_EQ(b.title, rows[i].title) << i;
   }
-}
-
-TEST(FileSelector, CancelKeepsTheNameAndOkMovesToTheFilesDirectory) {
-  namespace fs = std::filesystem;
-  const fs::path dir = fs::temp_directory_path() / "quelmora_selector_test";
-  fs::create_directories(dir);
-  std::string start_dir, now;
-  iosdirname(start_dir);
-  headless::install();
-  headless::answer_file_cancel();
-  headless::answer_file((dir / "nacl.bin").string());
-  std::string name = "/data/";
-  wselectfile2("Fourier Input File|*.inp;*.bin|   ", 10, name, "Load Input File");
-  EXPECT_EQ(winfodialog(4), 2);
-  EXPECT_EQ(name, "/data/");
-  wselectfile2(std::string(1200, 'f'), 10, name, "Load Input File");
-  EXPECT_EQ(winfodialog(4), 1);
-  EXPECT_EQ(name, (dir / "nacl.bin").string());
-  iosdirname(now);
-  EXPECT_EQ(fs::path(now), fs::canonical(dir));
-  ASSERT_EQ(headless::selectors().size(), 2u);
-  EXPECT_EQ(headless::selectors()[0].filter, "Fourier Input File|*.inp;*.bin|");
-  EXPECT_EQ(headless::selectors()[1].filter.size(), 1000u);
-  iosdirchange(start_dir);
 }
 
 }  // namespace

@@ -1,12 +1,10 @@
 // The presentation plot's set-up and frame: sets, layers, units, areas,
-// styles, scales, labels, the key, and a redraw through a bitmap.
-#include <algorithm>
+// styles, scales, labels and the key.
 #include <cmath>
 #include <string>
 #include <vector>
 
 #include "tests/toolkit/plot_fixture.h"
-#include "toolkit/plots/contour.h"
 #include "toolkit/plots/plot_frame.h"
 #include "toolkit/plots/plot_key.h"
 #include "toolkit/plots/plot_scales.h"
@@ -243,41 +241,4 @@ TEST_F(plot_frame, KeyRowsFromTheBottom) {
   ipgkeyarea(1, 0, 0, 1);  // no key area: nothing
   ipgkeyall(texts, "R");
   EXPECT_TRUE(drawn().empty());
-}
-
-// The road of a redraw: everything goes into a bitmap, which is copied to the
-// window in one step. A flat section makes all levels equal: the contours
-// report error 43 and draw nothing, the frame is drawn all the same.
-TEST_F(plot_frame, RedrawThroughABitmap) {
-  for (const bool flat : {false, true}) {
-    screen.forget();
-    int bitmap = 0;
-    wbitmapget(bitmap, 0);
-    igrselect(igr_bitmap, bitmap);
-    std::vector<float> z(25), levels;
-    for (int k = 0; k < 25; ++k) z[k] = flat ? 2.0f : static_cast<float>(k % 5 + k / 5);
-    for (int L = 1; L <= 3; ++L) levels.push_back(flat ? 2.0f : 2.0f * L);
-    ipgarea(0.2f, 0.2f, 0.8f, 0.8f);
-    const int nvals[2] = {5, 5};
-    ipgnewplot2(8, 3, nvals);
-    for (int L = 1; L <= 3; ++L) ipgstyle(L, 0, 0, 0, 196 + L, 0);
-    ipgcontour2(z, 5, 5, levels);
-    EXPECT_EQ(winfoerror(1), flat ? 43 : 0);
-    igrcolourn(120);
-    ipgborder();
-    ipgxscale("TN");
-    ipgyscaleleft("TN");
-    EXPECT_TRUE(drawn().empty());  // nothing reached the window yet
-    igrselect(igr_window);
-    wbitmapput(bitmap, 0, 0);
-    wbitmapdestroy(bitmap);
-    const auto lines = drawn_of(recorded_kind::polyline);
-    EXPECT_EQ(std::count_if(lines.begin(), lines.end(), [](auto* p) { return p->colour.number >= 197 && p->colour.number <= 199; }), flat ? 0 : 3);
-    // The border: one closed line round the plot area.
-    const auto border = std::find_if(lines.begin(), lines.end(), [](auto* p) { return p->points.size() == 5 && p->colour.number == 120; });
-    ASSERT_NE(border, lines.end());
-    EXPECT_EQ((std::array{(*border)->points[0].x, (*border)->points[2].x, (*border)->points[4].x}), (std::array{80.f, 320.f, 80.f}));
-    const auto texts = texts_of(drawn());
-    EXPECT_EQ(std::count(texts.begin(), texts.end(), ".5"), 2);  // on both scales
-  }
 }
