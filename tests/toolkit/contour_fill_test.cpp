@@ -92,26 +92,6 @@ TEST_F(contour_fill, RunsMergeAlongRows) {
   }
 }
 
-TEST_F(contour_fill, BadCalls) {
-  const float z[4] = {0, 1, 2, 3};
-  struct row {
-    int layer, nx;
-    std::vector<float> levels;
-    int error;
-  };
-  const row rows[] = {{8, 1, {1, 2}, 1143},     // stride below npval1
-                      {8, 2, {2, 1}, 43},       // boundaries not ascending
-                      {8 + 4, 2, {1, 2}, 0},    // a colour mode is set: nothing, no message
-                      {8, 2, {1, 2, -5}, 0}};   // an extra entry is ignored
-  for (const row& r : rows) {
-    screen.forget();
-    open_fill_plot(2, 2, 3, r.layer);
-    ipgconfill2(z, r.nx, 2, r.levels);
-    EXPECT_EQ(winfoerror(1), r.error) << r.nx;
-    EXPECT_EQ(drawn().empty(), r.error != 0 || r.layer != 8);
-  }
-}
-
 // A cell with one missing corner is filled as the triangle of the other
 // three: in the band of its smallest corner, or across a boundary only when
 // cells are not divided, in the band of the corners' mean.

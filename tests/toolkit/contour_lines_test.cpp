@@ -148,29 +148,6 @@ TEST_F(contour_lines, DefaultLevelsSpreadOverZUnitsAndStyleIsRestored) {
   EXPECT_EQ(igrstate.linwid, 1);
 }
 
-TEST_F(contour_lines, BadCallsDrawNothing) {
-  const auto z = sample(5, 5, [](int i, int j) { return i + j; });
-  struct row {
-    int igtype, nx, ny;
-    std::vector<float> levels;
-    int error;
-  };
-  const row rows[] = {
-      {8, 4, 5, {3, 5}, 1143},  // row stride below npval1
-      {8, 5, 4, {3, 5}, 1143},  // too few rows
-      {8, 5, 5, {3, 3}, 43},    // equal levels, as a flat section gives
-      {8, 5, 5, {5, 3}, 43},    // descending
-      {4, 5, 5, {3, 5}, 0},     // not a grid plot: silently nothing
-  };
-  for (const row& r : rows) {
-    const int nvals[2] = {5, 5};
-    ipgnewplot2(r.igtype, 2, nvals);
-    ipgcontour2(z, r.nx, r.ny, r.levels);
-    EXPECT_EQ(winfoerror(1), r.error) << r.nx << " " << r.ny;
-    EXPECT_TRUE(drawn().empty());
-  }
-}
-
 // With node positions given, each cell is cut into triangles: on a plane the
 // segments still lie exactly on the level line, at the given positions.
 TEST_F(contour_lines, CellMethodWithPositions) {

@@ -144,26 +144,6 @@ TEST_F(Selectors, DirectoryChoiceMovesTheProcessCancelDoesNot) {
   EXPECT_EQ(fs::path(now), fs::canonical(dir_ / "maps"));
 }
 
-TEST_F(Selectors, ColoursPackedAndInComponentsPrintOptions) {
-  headless::answer_colour(10 + 256 * 20 + 65536 * 30);
-  std::int32_t r = 1, g = 2, b = 3;
-  wselectcolour1(r, g, b);
-  EXPECT_EQ(winfodialog(4), 1);
-  EXPECT_EQ((std::vector<int>{r, g, b}), (std::vector<int>{10, 20, 30}));
-  wselectcolour1(r, g, b);
-  EXPECT_EQ(winfodialog(4), 2);
-  EXPECT_EQ((std::vector<int>{r, g, b}), (std::vector<int>{10, 20, 30})) << "Cancel changes nothing";
-  headless::answer_colour(0x00ff80);
-  std::int32_t packed = 0;
-  wselectcolour2(packed);
-  EXPECT_EQ(packed, 0x00ff80);
-  headless::answer_print_options(true);
-  whardcopyoptionstext();
-  EXPECT_EQ(winfodialog(4), 1);
-  whardcopyoptionstext();
-  EXPECT_EQ(winfodialog(4), 2);
-}
-
 TEST_F(Selectors, ListingShownReadOnlyInTheChild) {
   window_options_type how;
   windowopen2(how);

@@ -1,11 +1,9 @@
-// The backend-independent message, menu and window state, child windows,
-// message boxes and the file selector, driven through the headless face.
+// The backend-independent message, menu and window state, child windows and
+// message boxes, driven through the headless face.
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <cstdlib>
 #include <cstring>
+#include <tuple>
 
 #include "toolkit/core/resources.h"
 #include "toolkit/core/werror.h"
@@ -13,7 +11,6 @@
 #include "toolkit/dialogs/winfodialog.h"
 #include "toolkit/headless/headless.h"
 #include "toolkit/messages/child_window.h"
-#include "toolkit/messages/ios.h"
 #include "toolkit/messages/window.h"
 #include "toolkit/messages/wmenu.h"
 #include "toolkit/messages/wmessage.h"
@@ -61,33 +58,6 @@ TEST_F(Messages, PushedMessageComesBackWholeAndFirst) {
   wmessage(type, got);
   EXPECT_EQ(type, msg_menu_select);
   EXPECT_EQ(got.value1, 7002);
-}
-
-// Which of a scripted burst reaches the program under each enable table.
-TEST_F(Messages, EnableTableDropsDisabledTypes) {
-  struct row {
-    std::int32_t type, state;
-    std::vector<std::int32_t> delivered;
-  };
-  const std::vector<row> rows = {
-      {0, 0, {4, 7}},  // at start: release and move are dropped
-      {6, 1, {4, 6, 7}},
-      {5, 1, {4, 5, 7}},
-      {7, 0, {4}},
-      {25, 0, {4, 7}},  // a type outside the table cannot be turned off
-  };
-  for (const row& r : rows) {
-    headless::install();
-    winitialise();
-    if (r.type) wmessageenable(r.type, r.state);
-    for (std::int32_t t : {msg_mouse_down, msg_mouse_up, msg_mouse_move}) headless::queue_mouse(t, 1, 0.5f, 0.5f);
-    headless::queue_expose();
-    std::vector<std::int32_t> got;
-    std::int32_t type = 0;
-    message_record rec;
-    for (wmessage(type, rec); type != msg_close_request; wmessage(type, rec)) got.push_back(type);
-    EXPECT_EQ(got, r.delivered) << "type " << r.type << " set to " << r.state;
-  }
 }
 
 // Menu items start enabled on each load; bad calls report and change nothing;
@@ -174,35 +144,6 @@ TEST_F(Messages, StatusBarPartsAndTexts) {
   }
   windowstatusbarparts(2, {5000, -1});  // fewer parts: the third text goes
   EXPECT_EQ(status_text(3), "");
-}
-
-TEST_F(Messages, CommandLineEnvironmentAndDirectories) {
-  const char* argv[] = {"quelmora", "nacl.bin", "ignored"};
-  yyset_command_line(3, argv);
-  EXPECT_EQ(winfosystem(2), 2);
-  std::string arg = "old";
-  iosargument(1, arg);
-  EXPECT_EQ(arg, "nacl.bin");
-  for (int beyond : {3, -1}) {
-    iosargument(beyond, arg);
-    EXPECT_EQ(arg, "") << beyond;
-  }
-  setenv("QUELMORA_TEST_VARIABLE", "/opt/suite", 1);
-  iosvariable("QUELMORA_TEST_VARIABLE  ", arg);
-  EXPECT_EQ(arg, "/opt/suite");
-  const std::string dir = ::testing::TempDir() + "quelmora_ios_dir_" + std::to_string(getpid());
-  iosdirmake(dir);
-  EXPECT_TRUE(iosdirexists(dir));
-  EXPECT_FALSE(iosfileexists(dir));  // a directory is not a file
-  iosdirmake(dir);                   // already there
-  EXPECT_EQ(winfoerror(1), 13);
-  rmdir(dir.c_str());
-  std::string before, after;
-  iosdirname(before);
-  iosdirchange("/no/such/directory/anywhere");
-  EXPECT_EQ(winfoerror(1), 13);
-  iosdirname(after);
-  EXPECT_EQ(after, before);
 }
 
 TEST(MessageBoxes, TheFamilyShowsTitlesButtonsAndIconsAndAnswers) {

@@ -142,31 +142,6 @@ TEST(plot_scales, NumberTexts) {
   ipgstate.ndecpl = -1;
 }
 
-// Ticks and numbers of the x scale of 0..1, also when the axis runs backwards:
-// the numbers then stand from right to left.
-TEST_F(plot_frame, XScaleTicksAndNumbers) {
-  ipgarea(0.1f, 0.2f, 0.9f, 0.8f);
-  for (bool backwards : {false, true}) {
-    screen.forget();
-    backwards ? ipgunits(1, 0, 0, 1) : ipgunits(0, 0, 1, 1);
-    ipgxscale("TN");
-    EXPECT_EQ(texts_of(drawn()), (std::vector<std::string>{"0", ".1", ".2", ".3", ".4", ".5", ".6", ".7", ".8", ".9", "1"}));
-    for (const auto* p : drawn_of(recorded_kind::polyline)) {
-      EXPECT_FLOAT_EQ(p->points[0].y - p->points[1].y, 0.6f * 400 / 80);  // outward by height / 80
-      EXPECT_FLOAT_EQ(p->points[1].y, 320);                               // from the lower edge
-    }
-    for (const auto* p : drawn_of(recorded_kind::text)) {
-      const float value = p->text == "0" ? 0 : std::stof(p->text);
-      EXPECT_NEAR(p->points[0].x, 40 + 320 * (backwards ? 1 - value : value), 1e-3) << p->text;
-    }
-    EXPECT_EQ(drawn_of(recorded_kind::polyline).size(), 11u);
-  }
-  screen.forget();
-  ipgxscale(" ");
-  ipgxscale("T");
-  EXPECT_EQ(drawn_of(recorded_kind::polyline).size(), drawn().size());
-}
-
 TEST_F(plot_frame, YScaleNumbersEndAtTheTicksAndUserScale) {
   ipgarea(0.2f, 0.1f, 0.9f, 0.9f);
   ipgunits(0, -250, 1, -20);

@@ -1,10 +1,7 @@
 #include <cmath>
-#include <string>
 #include <vector>
 
 #include "tests/toolkit/plot_fixture.h"
-#include "toolkit/plots/plot_frame.h"
-#include "toolkit/plots/plot_scales.h"
 #include "toolkit/plots/surface.h"
 #include "toolkit/plots/surface_view.h"
 
@@ -108,30 +105,3 @@ TEST_F(surface_plot, WalkOrderTurnsAtFortyFiveDegrees) {
   EXPECT_TRUE(drawn().empty());
 }
 
-// At rotation 0 the near corner is (x 0, y 1): the box has vertical edges at
-// the three other corners only, and the scales and labels run beside it.
-TEST_F(surface_plot, BoxScalesAndLabels) {
-  open_surface(3, 0, 22.5f);
-  ipgaxes();
-  const auto lines = drawn_of(recorded_kind::polyline);
-  ASSERT_EQ(lines.size(), 4u);
-  for (const auto& [x, y] : {std::pair{0.0, 0.25}, {0.5, 0.5}, {0.5, 0}, {1, 0.25}}) EXPECT_TRUE(has_vertex(*lines[0], x, y));
-  for (std::size_t k = 1; k < 4; ++k) {
-    EXPECT_FALSE(has_vertex(*lines[k], 0.5, 0)) << k;
-    EXPECT_NEAR(lines[k]->points[0].x, lines[k]->points[1].x, 1);
-    EXPECT_NEAR(std::fabs(lines[k]->points[0].y - lines[k]->points[1].y), 200, 2.5);
-  }
-  screen.forget();
-  ipgzscale("TN");
-  ipgzlabelleft("Density");
-  const float ticks[] = {0, 0.5f, 1};
-  ipgxuserscale(ticks, 3);
-  ipgxscale("TN");
-  ipgxlabel("y/b");
-  std::vector<std::string> texts;
-  for (const auto* t : drawn_of(recorded_kind::text)) texts.push_back(t->text);
-  EXPECT_EQ(texts, (std::vector<std::string>{"0", ".2", ".4", ".6", ".8", "1", "Density", "0", ".5", "1", "y/b"}));
-  EXPECT_FLOAT_EQ(drawn_of(recorded_kind::text)[6]->text_style.angle, 90);
-  // The x edge at rotation 0 rises from (0.5, 0) to (1, 0.25): the label runs up along it.
-  EXPECT_NEAR(drawn_of(recorded_kind::text)[10]->text_style.angle, 26.565, 0.1);
-}
