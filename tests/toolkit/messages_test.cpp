@@ -1,18 +1,16 @@
-// The backend-independent message, menu and window state, driven through the
-// headless face.
+// The backend-independent message, menu and window state, child windows and
+// message boxes, driven through the headless face.
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <cstdlib>
-#include <cstdio>
 #include <cstring>
-#include <fstream>
+#include <tuple>
 
 #include "toolkit/core/resources.h"
 #include "toolkit/core/werror.h"
+#include "toolkit/dialogs/message_box.h"
+#include "toolkit/dialogs/winfodialog.h"
 #include "toolkit/headless/headless.h"
-#include "toolkit/messages/ios.h"
+#include "toolkit/messages/child_window.h"
 #include "toolkit/messages/window.h"
 #include "toolkit/messages/wmenu.h"
 #include "toolkit/messages/wmessage.h"
@@ -30,11 +28,19 @@ class Messages : public ::testing::Test {
                    {{7001, menu_item_kind::popup, 0, "File"},
                     {7002, menu_item_kind::entry, 1, "Open"},
                     {0, menu_item_kind::separator, 1, ""},
-                    {7003, menu_item_kind::entry, 1, "Save"},
-                    {7004, menu_item_kind::entry, 0, "Quit"}}});
+                    {7003, menu_item_kind::entry, 1, "Save"}}});
     register_toolbar({7100, {7003, 0, 7101}});
   }
   void TearDown() override { clear_resources(); }
+  static void open_root(const char* caption = "Root") {
+    window_options_type how;
+    how.options = 39;
+    how.menu = 7000;
+    how.toolbars = {7100, 0, 0, 0};
+    how.caption = caption;
+    how.colours = 100;
+    windowopen2(how);
+  }
 };
 
 TEST_F(Messages, PushedMessageComesBackWholeAndFirst) {
@@ -54,131 +60,68 @@ TEST_F(Messages, PushedMessageComesBackWholeAndFirst) {
   EXPECT_EQ(got.value1, 7002);
 }
 
-// Which of a scripted burst reaches the program under each enable table.
-TEST_F(Messages, EnableTableDropsDisabledTypes) {
-  struct row {
-    const char* what;
-    std::int32_t type;
-    std::int32_t state;
-    std::vector<std::int32_t> delivered;
-  };
-  const std::vector<row> rows = {
-      {"at start: button down passes, release and move are dropped", 0, 0, {4, 7}},
-      {"move turned on", 6, 1, {4, 6, 7}},
-      {"release turned on", 5, 1, {4, 5, 7}},
-      {"expose turned off", 7, 0, {4}},
-      {"a type outside the table cannot be turned off", 25, 0, {4, 7}},
-  };
-  for (const row& r : rows) {
-    headless::install();
-    winitialise();
-    if (r.type) wmessageenable(r.type, r.state);
-    headless::queue_mouse(msg_mouse_down, 1, 0.5f, 0.5f);
-    headless::queue_mouse(msg_mouse_up, 1, 0.5f, 0.5f);
-    headless::queue_mouse(msg_mouse_move, 0, 0.5f, 0.5f);
-    headless::queue_expose();
-    std::vector<std::int32_t> got;
-    std::int32_t type = 0;
-    message_record rec;
-    for (;;) {
-      wmessage(type, rec);
-      if (type == msg_close_request) break;  // the script ran out
-      got.push_back(type);
-    }
-    EXPECT_EQ(got, r.delivered) << r.what;
-  }
-}
-
-TEST_F(Messages, PixelPositionIsCopied) {
-  message_record r;
-  r.raw_x = 12;
-  r.raw_y = 34;
-  r.gx = 0.25f;
-  headless::queue_event(msg_mouse_down, r);
-  std::int32_t type = 0;
-  message_record got;
-  wmessage(type, got);
-  EXPECT_EQ(got.x, 12);
-  EXPECT_EQ(got.y, 34);
-  EXPECT_EQ(got.gx, 0.25f);
-}
-
-TEST_F(Messages, MenuLoadEnablesEveryItem) {
+// Menu items start enabled on each load; bad calls report and change nothing;
+// the toolbar keeps its states when the menu goes.
+TEST_F(Messages, MenuAndToolbarStates) {
   wmenu(7000);
-  EXPECT_EQ(shown_menu(), 7000);
-  for (int id : {7001, 7002, 7003, 7004}) EXPECT_EQ(wmenugetstate(id, 1), 1) << id;
-  wmenusetstate(7002, 1, 0);
-  wmenusetstate(7003, 2, 1);
-  EXPECT_EQ(wmenugetstate(7002, 1), 0);
-  EXPECT_EQ(wmenugetstate(7003, 2), 1);
-  wmenu(7000);  // loaded afresh
-  EXPECT_EQ(wmenugetstate(7002, 1), 1);
-  EXPECT_EQ(wmenugetstate(7003, 2), 0);
-}
-
-TEST_F(Messages, MenuSetStateErrors) {
-  wmenu(7000);
+  wmenutoolbar(7100, 0, 1);
   struct row {
     std::int32_t item, option, state;
     int error;
   };
-  const row rows[] = {{7002, 1, 0, 0},    {7002, 1, 0, 0},  // the second is a no-op, no error
-                      {7002, 3, 1, 1126}, {7002, 1, 2, 1126}, {7002, 0, 0, 1126},
-                      {7002, 1, -1, 1126}, {9999, 1, 0, 1003}};
+  const row rows[] = {{7002, 1, 0, 0}, {7002, 1, 0, 0}, {7002, 3, 1, 1126}, {7002, 1, 2, 1126},
+                      {7002, 0, 0, 1126}, {9999, 1, 0, 1003}, {7101, 2, 1, 0}};
   for (const row& r : rows) {
     wmenusetstate(r.item, r.option, r.state);
     EXPECT_EQ(winfoerror(1), r.error) << r.item << " " << r.option << " " << r.state;
   }
-  EXPECT_EQ(wmenugetstate(7002, 1), 0);  // the bad calls changed nothing
+  EXPECT_EQ(wmenugetstate(7002, 1), 0);
   EXPECT_EQ(wmenugetstate(7002, 2), 0);
+  wmenu(7000);  // loaded afresh
+  EXPECT_EQ(wmenugetstate(7002, 1), 1);
   wmenu(7777);
   EXPECT_EQ(winfoerror(1), 1003);
-  EXPECT_EQ(shown_menu(), 7000);
   wmenu(7000, 51);
   EXPECT_EQ(winfoerror(1), 1015);
-}
-
-TEST_F(Messages, ToolbarShareStatesWithTheMenu) {
-  wmenu(7000);
-  wmenutoolbar(7100, 0, 1);
-  wmenusetstate(7003, 1, 0);
-  wmenusetstate(7101, 2, 1);
-  EXPECT_EQ(wmenugetstate(7003, 1), 0);
-  wmenu(0);  // menu down: its items go, the toolbar's stay with their states
-  EXPECT_EQ(shown_menu(), 0);
-  EXPECT_EQ(wmenugetstate(7003, 1), 0);
-  EXPECT_EQ(wmenugetstate(7101, 2), 1);
+  EXPECT_EQ(shown_menu(), 7000);
+  wmenu(0);
   wmenugetstate(7002, 1);
-  EXPECT_EQ(winfoerror(1), 1003);
-  wmenutoolbar(0, 0, 1);
-  EXPECT_EQ(shown_toolbar(1), 0);
-  wmenugetstate(7101, 1);
-  EXPECT_EQ(winfoerror(1), 1003);
+  EXPECT_EQ(winfoerror(1), 1003) << "the menu's items go with it";
+  EXPECT_EQ(wmenugetstate(7101, 2), 1) << "the toolbar's stay";
 }
 
-TEST_F(Messages, RootWindowOpensOnce) {
-  window_options_type how;
-  how.options = 39;
-  how.menu = 7000;
-  how.toolbars = {7100, 0, 0, 0};
-  how.caption = "First caption   ";
-  how.colours = 100;
-  windowopen2(how);
-  EXPECT_TRUE(window_is_open());
+TEST_F(Messages, RootWindowOpensOnceAndClosesItsChildren) {
+  std::int32_t child = -1;
+  windowopenchild2(child, "View of calculations");
+  EXPECT_EQ(winfoerror(1), 1003) << "a child needs the root window";
+  EXPECT_EQ(child, -1);
+  open_root("First caption   ");
   EXPECT_EQ(window_caption(), "First caption");
   EXPECT_EQ(window_opened_with().colours, 16);  // not one of 16, 32, 64, 128
-  EXPECT_EQ(shown_toolbar(1), 7100);
-  wmenusetstate(7002, 1, 0);
-  how.caption = "Second";
-  how.options = 7;
-  windowopen2(how);  // ignored: nothing changes
+  EXPECT_EQ(winfowindow(1), 800);               // the headless canvas
+  EXPECT_EQ(winfowindow(2), 600);
+  EXPECT_EQ(winfowindow(3), 0);
+  open_root("Second");  // ignored
   EXPECT_EQ(window_caption(), "First caption");
-  EXPECT_EQ(window_opened_with().options, 39);
-  EXPECT_EQ(wmenugetstate(7002, 1), 0);
-  windowtitle("Another  ");
-  EXPECT_EQ(window_caption(), "Another");
+  std::int32_t second = -1;
+  windowopenchild2(child, "View of calculations");
+  windowopenchild2(second, "Another");
+  EXPECT_NE(child, second);
+  windowclosechild(child);
+  EXPECT_FALSE(child_is_open(child));
+  windowclosechild(child);
+  EXPECT_EQ(winfoerror(1), 1003) << "a second close is a bad window";
   windowclose();
   EXPECT_FALSE(window_is_open());
+  EXPECT_FALSE(child_is_open(second)) << "children go with the root window";
+}
+
+TEST_F(Messages, CursorShapesRefuseNegativeOnes) {
+  for (const auto& [shape, error, after] : {std::tuple{3, 0, 3}, {0, 0, 0}, {-1, 1015, 0}, {7, 0, 7}}) {
+    wcursorshape(shape);
+    EXPECT_EQ(winfoerror(1), error) << shape;
+    EXPECT_EQ(cursor_shape(), after) << shape;
+  }
 }
 
 TEST_F(Messages, StatusBarPartsAndTexts) {
@@ -203,78 +146,31 @@ TEST_F(Messages, StatusBarPartsAndTexts) {
   EXPECT_EQ(status_text(3), "");
 }
 
-TEST_F(Messages, SystemFacts) {
-  const char* argv[] = {"quelmora", "nacl.bin", "ignored"};
-  yyset_command_line(3, argv);
-  EXPECT_EQ(winfosystem(2), 2);
-  EXPECT_EQ(winfosystem(6), 47);
-  EXPECT_NE(winfosystem(1), 6);
-  std::string arg = "old";
-  iosargument(1, arg);
-  EXPECT_EQ(arg, "nacl.bin");
-  iosargument(-1, arg);
-  EXPECT_EQ(arg, "");
-  iosargument(3, arg);
-  EXPECT_EQ(arg, "");
-  yyset_command_line(1, argv);
-  EXPECT_EQ(winfosystem(2), 0);
-}
-
-TEST_F(Messages, EnvironmentAndDirectories) {
-  setenv("QUELMORA_TEST_VARIABLE", "/opt/suite", 1);
-  std::string value = "old";
-  iosvariable("QUELMORA_TEST_VARIABLE  ", value);
-  EXPECT_EQ(value, "/opt/suite");
-  unsetenv("QUELMORA_TEST_VARIABLE");
-  iosvariable("QUELMORA_TEST_VARIABLE", value);
-  EXPECT_EQ(value, "");
-  const std::string dir = ::testing::TempDir() + "quelmora_ios_dir_" + std::to_string(getpid());
-  rmdir(dir.c_str());
-  EXPECT_FALSE(iosdirexists(dir));
-  iosdirmake(dir);
-  EXPECT_EQ(winfoerror(1), 0);
-  EXPECT_TRUE(iosdirexists(dir));
-  EXPECT_FALSE(iosfileexists(dir));  // a directory is not a file
-  iosdirmake(dir);                   // already there
-  EXPECT_EQ(winfoerror(1), 13);
-  rmdir(dir.c_str());
-}
-
-TEST_F(Messages, DirectoryChangeFailureKeepsTheDirectory) {
-  std::string before, after;
-  iosdirname(before);
-  iosdirchange("/no/such/directory/anywhere");
-  EXPECT_EQ(winfoerror(1), 13);
-  iosdirname(after);
-  EXPECT_EQ(after, before);
-  std::int32_t y = 0, m = 0, d = 0;
-  iosdate(y, m, d);
-  EXPECT_GE(y, 2000);
-  EXPECT_TRUE(m >= 1 && m <= 12 && d >= 1 && d <= 31);
-}
-
-// A command that waits has ended when the call returns; only a shell that
-// is killed is an error, a command that fails is not.
-TEST_F(Messages, ShellCommandWaitsAndToldFailureToStart) {
-  const std::string mark = ::testing::TempDir() + "quelmora_ios_command_" + std::to_string(getpid());
+TEST(MessageBoxes, TheFamilyShowsTitlesButtonsAndIconsAndAnswers) {
+  headless::install();
+  headless::answer_box(2);
+  question_message("Save the last modifications?");
+  EXPECT_EQ(winfodialog(4), 2);
+  error_message("e");
+  warning_message("w");
+  info_message("i");
+  stop_message("s", "Stop title");
+  question_message("q", " ");
+  EXPECT_EQ(winfodialog(4), 1) << "no answer left: the default button";
+  question_message(std::string(100, 'x'), std::string(90, 'T'));
   struct row {
-    std::string command;
-    int error;
+    int buttons, icon;
+    std::string title;
   };
-  const row rows[] = {{"echo ran > '" + mark + "'", 0},
-                      {"exit 3", 0},
-                      {"no_such_program_anywhere_at_all", 0},
-                      {"kill -KILL $$", 13}};
-  for (const row& r : rows) {
-    winfoerror(1);
-    ioscommand(r.command, 3);
-    EXPECT_EQ(winfoerror(1), r.error) << r.command;
+  const row rows[] = {{3, 2, ""}, {0, 3, "Error Message"}, {0, 3, "Warning Message"}, {0, 4, "Information Message"},
+                      {3, 1, "Stop title"},    {3, 2, ""},                {3, 2, std::string(80, 'T')}};
+  ASSERT_EQ(headless::boxes().size(), 7u);
+  for (std::size_t i = 0; i < 7; ++i) {
+    const headless::shown_box& b = headless::boxes()[i];
+    EXPECT_EQ(b.buttons, rows[i].buttons) << i;
+    EXPECT_EQ(b.icon, rows[i].icon) << i;
+    EXPECT_EQ(b.title, rows[i].title) << i;
   }
-  std::ifstream written(mark);
-  std::string word;
-  written >> word;
-  EXPECT_EQ(word, "ran");
-  std::remove(mark.c_str());
 }
 
 }  // namespace

@@ -1,10 +1,15 @@
-// A recorded window of 400 x 400 pixels whose whole area is the plot area,
-// with the plot state reset, and helpers to read drawn points back in plot units.
+// A recording canvas of W x H pixels attached as the root window, with the
+// drawing and plot state reset and the plot area the whole window, for the
+// tests of the drawing layer and the plots.
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <vector>
 
-#include "tests/toolkit/graphics_fixture.h"
+#include "toolkit/core/werror.h"
+#include "toolkit/graphics/graphics.h"
+#include "toolkit/graphics/recording_canvas.h"
 #include "toolkit/plots/plot_setup.h"
 #include "toolkit/plots/plot_state.h"
 
@@ -12,7 +17,8 @@ struct plot_point {
   double x, y;
 };
 
-class recorded_plot : public ::testing::Test {
+template <int W, int H>
+class recorded_window : public ::testing::Test {
  protected:
   void SetUp() override {
     attach_target(igr_window, 0, &screen);
@@ -25,19 +31,19 @@ class recorded_plot : public ::testing::Test {
   void TearDown() override { attach_target(igr_window, 0, nullptr); }
 
   const std::vector<recorded_primitive>& drawn() const { return screen.primitives(); }
-
-  // A drawn pixel position in plot units.
-  static plot_point in_plot_units(const pixel_point& p) {
-    const auto& s = ipgstate;
-    return {s.xpmin + p.x / 400.0 * s.xplen, s.ypmin + (1 - p.y / 400.0) * s.yplen};
-  }
-
   std::vector<const recorded_primitive*> drawn_of(recorded_kind kind) const {
     std::vector<const recorded_primitive*> out;
     for (const auto& p : drawn())
       if (p.kind == kind) out.push_back(&p);
     return out;
   }
+  // A drawn pixel position in plot units.
+  static plot_point in_plot_units(const pixel_point& p) {
+    const auto& s = ipgstate;
+    return {s.xpmin + p.x / W * s.xplen, s.ypmin + (1 - p.y / H) * s.yplen};
+  }
 
-  recording_canvas screen{400, 400};
+  recording_canvas screen{W, H};
 };
+
+using recorded_plot = recorded_window<400, 400>;
