@@ -1,6 +1,8 @@
 // The root window as the program opens it, for the tests of the X11 face.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <Xm/Xm.h>
 
 #include <string>
@@ -8,6 +10,7 @@
 #include "resources/quelmo_rc.h"
 #include "toolkit/messages/window.h"
 #include "toolkit/messages/wmenu.h"
+#include "toolkit/x11/x11_display.h"
 #include "toolkit/x11/x11_face.h"
 #include "toolkit/x11/x11_strings.h"
 
@@ -31,4 +34,32 @@ inline bool open_program_window() {
   wmenu(30001);
   windowstatusbarparts(3, {5000, 3000, -1});
   return true;
+}
+
+// Tests on that window, opened once for all the tests of a process.
+class X11Test : public ::testing::Test {
+ protected:
+  static inline bool available = false;
+  static void SetUpTestSuite() { available = open_program_window(); }
+  void SetUp() override {
+    if (!available) GTEST_SKIP() << "no X display";
+  }
+};
+
+// Lets the server map and draw what was just shown, and handles what it sent.
+inline void settle() {
+  XSync(x11_display(), False);
+  for (int i = 0; i < 200 && XtAppPending(x11_app()); ++i) XtAppProcessEvent(x11_app(), XtIMAll);
+}
+
+// The window manager's close button: a WM_DELETE_WINDOW client message.
+inline void ask_to_close(Display* display, Window window) {
+  XEvent event{};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window;
+  event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+  XSendEvent(display, window, False, NoEventMask, &event);
+  XFlush(display);
 }
