@@ -8,9 +8,12 @@
 #include <string>
 
 #include "resources/quelmo_rc.h"
+#include "toolkit/core/werror.h"
+#include "toolkit/dialogs/dialog_model.h"
 #include "toolkit/messages/window.h"
 #include "toolkit/messages/wmenu.h"
 #include "toolkit/x11/x11_display.h"
+#include "toolkit/x11/x11_events.h"
 #include "toolkit/x11/x11_face.h"
 #include "toolkit/x11/x11_strings.h"
 
@@ -36,21 +39,28 @@ inline bool open_program_window() {
   return true;
 }
 
-// Tests on that window, opened once for all the tests of a process.
+// Lets the server map and draw what was just shown, and handles what it sent.
+inline void settle() {
+  XSync(x11_display(), False);
+  for (int i = 0; i < 200 && XtAppPending(x11_app()); ++i) XtAppProcessEvent(x11_app(), XtIMAll);
+}
+
+// Tests on that window, opened once for all the tests of a process; each
+// starts with no message waiting and no error noted, and ends with no dialog.
 class X11Test : public ::testing::Test {
  protected:
   static inline bool available = false;
   static void SetUpTestSuite() { available = open_program_window(); }
   void SetUp() override {
     if (!available) GTEST_SKIP() << "no X display";
+    settle();
+    x11_queue_clear();
+    winfoerror(1);
+  }
+  void TearDown() override {
+    for (int id : yyloaded_dialogs()) yyunload_dialog(id);
   }
 };
-
-// Lets the server map and draw what was just shown, and handles what it sent.
-inline void settle() {
-  XSync(x11_display(), False);
-  for (int i = 0; i < 200 && XtAppPending(x11_app()); ++i) XtAppProcessEvent(x11_app(), XtIMAll);
-}
 
 // The window manager's close button: a WM_DELETE_WINDOW client message.
 inline void ask_to_close(Display* display, Window window) {

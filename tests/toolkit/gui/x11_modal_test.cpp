@@ -11,7 +11,6 @@
 #include <Xm/Text.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <deque>
 #include <filesystem>
 #include <fstream>
@@ -32,28 +31,27 @@
 namespace fs = std::filesystem;
 namespace {
 
-struct step {
-  const char* box;  // the name of the box the step waits for
-  std::function<void(Widget)> act;
-};
+// What the user does: once the box named first is up, the second acts on it.
+using step = std::pair<const char*, std::function<void(Widget)>>;
 std::deque<step> steps;
+std::vector<std::string> box_texts;              // what the message boxes said, lines joined
+std::vector<std::vector<std::string>> listings;  // the selector's file lists looked at
 
-// Runs in the loop of whichever box is up: once the box of the first step is
-// shown, the step acts on it. The next step is due when a loop runs again,
-// which may be the loop of a box this step opens.
+// Runs in the loop of whichever box is up. The next step is due when a loop
+// runs again, which may be the loop of a box this step opens.
 void next_step(XtPointer, XtIntervalId*) {
   static int polls = 0;
   if (steps.empty()) return;
-  Widget box = XtNameToWidget(x11_root_shell(), (std::string("*") + steps.front().box).c_str());
+  Widget box = XtNameToWidget(x11_root_shell(), (std::string("*") + steps.front().first).c_str());
   const bool up = box != nullptr && XtIsManaged(box);
   if (!up && ++polls > 1000) {
-    ADD_FAILURE() << "no box named " << steps.front().box;
+    ADD_FAILURE() << "no box named " << steps.front().first;
     std::abort();
   }
   const step now = up ? steps.front() : step{};
   if (up) steps.pop_front();
   if (!steps.empty()) XtAppAddTimeOut(x11_app(), 5, next_step, nullptr);
-  if (up) now.act(box);
+  if (up) now.second(box);
 }
 
 void user_does(const std::vector<step>& s) {
@@ -67,22 +65,19 @@ void press(Widget box, bool ok) {
   XtCallCallbacks(box, ok ? XmNokCallback : XmNcancelCallback, &cb);
 }
 
+// The Selection field of the file selector.
 void type_into(Widget box, const std::string& text) {
   XmString s = XmStringCreateLocalized(const_cast<char*>(text.c_str()));
   XtVaSetValues(box, XmNtextString, s, nullptr);
   XmStringFree(s);
 }
 
-std::vector<std::string> box_texts;                // what the message boxes said, lines joined
-std::vector<std::vector<std::string>> listings;    // the selector's file lists looked at
-
 step answer(bool yes) {
   return {"message", [yes](Widget box) {
             XmString s = nullptr;
             XtVaGetValues(box, XmNmessageString, &s, nullptr);
-            char* text = static_cast<char*>(
-                XmStringUnparse(s, nullptr, XmCHARSET_TEXT, XmCHARSET_TEXT, nullptr, 0, XmOUTPUT_ALL));
-            box_texts.push_back(text ? text : "");
+            char* text = static_cast<char*>(XmStringUnparse(s, nullptr, XmCHARSET_TEXT, XmCHARSET_TEXT, nullptr, 0, XmOUTPUT_ALL));
+            box_texts.emplace_back(text);
             XtFree(text);
             XmStringFree(s);
             press(box, yes);
@@ -95,23 +90,20 @@ const step selector_cancel{"selector", [](Widget box) { press(box, false); }};
 const step look_at_list{"selector", [](Widget box) {
                           XmStringTable items = nullptr;
                           int count = 0;
-                          XtVaGetValues(XmFileSelectionBoxGetChild(box, XmDIALOG_LIST), XmNitems, &items,
-                                        XmNitemCount, &count, nullptr);
-                          std::vector<std::string> names;
-                          for (int i = 0; i < count; ++i) names.push_back(fs::path(x11_text(items[i])).filename());
-                          listings.push_back(names);
+                          XtVaGetValues(XmFileSelectionBoxGetChild(box, XmDIALOG_LIST), XmNitems, &items, XmNitemCount, &count, nullptr);
+                          listings.emplace_back();
+                          for (int i = 0; i < count; ++i) listings.back().push_back(fs::path(x11_text(items[i])).filename());
                         }};
 
-// The entry of a menu or of one of its panes with the label.
+// The entry with the label, in a menu or one of its panes.
 Widget entry_labelled(Widget menu, const std::string& label) {
   WidgetList children = nullptr;
   Cardinal count = 0;
   XtVaGetValues(menu, XmNchildren, &children, XmNnumChildren, &count, nullptr);
-  for (Cardinal i = 0; i < count; ++i) {
-    if (XmIsPushButton(children[i]) && label_of(children[i]) == label) return children[i];
+  for (Widget w : std::vector<Widget>(children, children + count)) {
     Widget pane = nullptr;
-    if (XmIsCascadeButton(children[i])) XtVaGetValues(children[i], XmNsubMenuId, &pane, nullptr);
-    if (Widget w = pane ? entry_labelled(pane, label) : nullptr) return w;
+    if (XmIsCascadeButton(w)) XtVaGetValues(w, XmNsubMenuId, &pane, nullptr);
+    if (Widget found = XmIsPushButton(w) && label_of(w) == label ? w : pane ? entry_labelled(pane, label) : nullptr) return found;
   }
   return nullptr;
 }
@@ -120,40 +112,36 @@ Widget entry_labelled(Widget menu, const std::string& label) {
 step popup(const std::string& label, const std::string& file = "") {
   return {"selector", [label, file](Widget box) {
             if (!file.empty()) type_into(box, file);
-            Widget list = XmFileSelectionBoxGetChild(box, XmDIALOG_LIST);
-            Widget entry = entry_labelled(XtNameToWidget(list, "*popup"), label);
+            Widget entry = entry_labelled(XtNameToWidget(XmFileSelectionBoxGetChild(box, XmDIALOG_LIST), "*popup"), label);
             ASSERT_NE(entry, nullptr) << label;
             XtCallCallbacks(entry, XmNactivateCallback, nullptr);
           }};
 }
 
-// Pairs of description and patterns; without a usable pair, one row of "*".
-// The filter is read up to its thousandth character.
+// Pairs of description and patterns, read up to the thousandth character;
+// without a usable pair, one row of "*".
 TEST(FileFilter, PairsOfDescriptionAndPatterns) {
+  using patterns = std::vector<std::string>;
   const auto two = parse_file_filter("Fourier Output |*.out; *.fout|All files|*|   ");
   ASSERT_EQ(two.size(), 2u);
   EXPECT_EQ(two[0].description, "Fourier Output");
-  EXPECT_EQ(two[0].patterns, (std::vector<std::string>{"*.out", "*.fout"}));
-  EXPECT_EQ(two[1].patterns, (std::vector<std::string>{"*"}));
-  for (const char* bad : {"", "   ", "|", "Only a description|", "No bar at all"}) {
-    const auto rows = parse_file_filter(bad);
-    ASSERT_EQ(rows.size(), 1u) << bad;
-    EXPECT_EQ(rows[0].patterns, (std::vector<std::string>{"*"})) << bad;
+  EXPECT_EQ(two[0].patterns, (patterns{"*.out", "*.fout"}));
+  EXPECT_EQ(two[1].patterns, patterns{"*"});
+  EXPECT_EQ(parse_file_filter("Maps|" + std::string(995, 'x') + "yz;*.bin|")[0].patterns, patterns{std::string(995, 'x')});
+  for (const char* bad : {"", "|", "Only a description|", "No bar at all"}) {
+    EXPECT_EQ(parse_file_filter(bad).size(), 1u) << bad;
+    EXPECT_EQ(parse_file_filter(bad)[0].patterns, patterns{"*"}) << bad;
   }
-  const auto cut = parse_file_filter("Maps|" + std::string(995, 'x') + "yz;*.bin|");
-  EXPECT_EQ(cut[0].patterns, (std::vector<std::string>{std::string(995, 'x')}));
 }
 
-// The orders the popup menu test below cannot show: by date, equal sizes by
+// The orders the popup menu below does not show: by date, equal sizes by
 // name, no extension first.
 TEST(FileSelection, OrderOfTheList) {
-  const std::vector<file_entry> files = {
-      {"nacl.bin", 300, 20}, {"kcl.inp", 100, 30}, {"a.map", 300, 10}, {"README", 5, 40}};
   using names = std::vector<std::string>;
   for (const auto& [order, expected] : {std::pair{file_order::date, names{"a.map", "nacl.bin", "kcl.inp", "README"}},
                                         {file_order::size, names{"README", "kcl.inp", "a.map", "nacl.bin"}},
                                         {file_order::extension, names{"README", "nacl.bin", "kcl.inp", "a.map"}}}) {
-    std::vector<file_entry> entries = files;
+    std::vector<file_entry> entries = {{"nacl.bin", 300, 20}, {"kcl.inp", 100, 30}, {"a.map", 300, 10}, {"README", 5, 40}};
     order_files(entries, order, false);
     names got;
     for (const file_entry& e : entries) got.push_back(e.name);
@@ -167,8 +155,6 @@ class X11Modal : public X11Test {
     X11Test::SetUp();
     fs::create_directories(folder);
     std::ofstream(folder / "nacl.bin") << "x";
-    box_texts.clear();
-    listings.clear();
   }
   void TearDown() override { fs::remove_all(folder); }
   const fs::path folder = fs::temp_directory_path() / ("quelmora-modal-" + std::to_string(getpid()));
@@ -177,8 +163,7 @@ class X11Modal : public X11Test {
 TEST_F(X11Modal, MessageBoxGivesThePressedButton) {
   for (const auto& [buttons, icon, yes, expected] : {std::tuple{0, 1, true, 1}, {3, 2, true, 1}, {3, 4, false, 2}}) {
     user_does({answer(yes)});
-    EXPECT_EQ(x11_message_box(buttons, icon, 1, "Do you want to save the last modifications?", ""), expected)
-        << buttons << " " << yes;
+    EXPECT_EQ(x11_message_box(buttons, icon, 1, "Save the last modifications?", ""), expected) << buttons << yes;
   }
 }
 
@@ -188,40 +173,31 @@ TEST_F(X11Modal, FileSelectorChecksTheNameBeforeTakingIt) {
   const std::string existing = (folder / "nacl.bin").string(), missing = (folder / "kcl.inp").string();
   const std::string no_folder = (folder / "nowhere" / "kcl.inp").string();
   const std::string replace = existing + " already existsDo you want to replace it?";
-  struct row {
-    const char* what;
-    int flags;
-    std::vector<step> user;
-    std::string name_after;  // "start": not chosen
-    std::vector<std::string> boxes;
-  };
-  const row rows[] = {
-      {"open, existing file", 10, {selector_ok(existing)}, existing, {}},
-      {"open, cancelled", 10, {selector_cancel}, "start", {}},
-      {"open, a folder", 10, {selector_ok(folder.string()), selector_cancel}, "start", {}},
-      {"open, missing file", 10, {selector_ok(missing), answer(true), selector_cancel}, "start",
-       {missing + "File not found."}},
-      {"open, missing folder", 10, {selector_ok(no_folder), answer(true), selector_cancel}, "start",
-       {no_folder + "Path does not exist."}},
-      {"save, new file", 11, {selector_ok(missing)}, missing, {}},
-      {"save, missing folder", 11, {selector_ok(no_folder), answer(true), selector_cancel}, "start",
-       {no_folder + "Path does not exist."}},
-      {"save, existing file, No then Yes", 11,
-       {selector_ok(existing), answer(false), selector_ok(existing), answer(true)}, existing, {replace, replace}},
-  };
-  for (const row& r : rows) {
+  using texts = std::vector<std::string>;
+  // What: open (flags 10) or save (11), the user's steps, the name after ("start": none chosen), the boxes' texts.
+  for (const auto& [flags, user, name_after, boxes] : {
+           std::tuple{10, std::vector{selector_ok(existing)}, existing, texts{}},
+           {10, std::vector{selector_cancel}, std::string("start"), texts{}},
+           {10, std::vector{selector_ok(folder.string()), selector_cancel}, std::string("start"), texts{}},
+           {10, std::vector{selector_ok(missing), answer(true), selector_cancel}, std::string("start"),
+            texts{missing + "File not found."}},
+           {10, std::vector{selector_ok(no_folder), answer(true), selector_cancel}, std::string("start"),
+            texts{no_folder + "Path does not exist."}},
+           {11, std::vector{selector_ok(missing)}, missing, texts{}},
+           {11, std::vector{selector_ok(no_folder), answer(true), selector_cancel}, std::string("start"),
+            texts{no_folder + "Path does not exist."}},
+           {11, std::vector{selector_ok(existing), answer(false), selector_ok(existing), answer(true)}, existing,
+            texts{replace, replace}}}) {
     std::string name = "start";
     box_texts.clear();
-    user_does(r.user);
-    EXPECT_EQ(x11_select_file("Fourier files|*.inp;*.bin|", r.flags, name, "Title"), r.name_after != "start")
-        << r.what;
-    EXPECT_EQ(name, r.name_after) << r.what;
-    EXPECT_EQ(box_texts, r.boxes) << r.what;
-    EXPECT_TRUE(steps.empty()) << r.what << ": every step was taken";
+    user_does(user);
+    EXPECT_EQ(x11_select_file("Fourier files|*.inp;*.bin|", flags, name, "Title"), name_after != "start") << name_after;
+    EXPECT_EQ(name, name_after);
+    EXPECT_EQ(box_texts, boxes) << flags << " " << name_after;
+    EXPECT_TRUE(steps.empty()) << "every step was taken";
   }
 }
 
-// The popup menu of the file list: order, hidden files, deletion.
 TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
   std::ofstream(folder / "b.inp") << std::string(30, 'x');
   std::ofstream(folder / "a.map") << std::string(20, 'x');
@@ -230,21 +206,20 @@ TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
   const std::string a_map = (folder / "a.map").string();
   std::string name = folder.string() + "/";
   user_does({look_at_list, popup("Size"), look_at_list, popup("Reverse"), look_at_list, popup("Extension"),
-             popup("Reverse"), popup("Show hidden"), look_at_list, popup("Delete", a_map), answer(false),
-             look_at_list, popup("Delete", a_map), answer(true), look_at_list, popup("Name"),
-             popup("Show hidden"), look_at_list, selector_cancel});
+             popup("Reverse"), popup("Show hidden"), look_at_list, popup("Delete", a_map), answer(false), look_at_list,
+             popup("Delete", a_map), answer(true), look_at_list, popup("Name"), popup("Show hidden"), look_at_list,
+             selector_cancel});
+  box_texts.clear();
   EXPECT_FALSE(x11_select_file("Maps|*.inp;*.bin;*.map|", 10, name, "Title"));
   using names = std::vector<std::string>;
-  const std::vector<names> expected = {
-      {"a.map", "b.inp", "nacl.bin"},                 // by name, no hidden files
-      {"nacl.bin", "a.map", "b.inp"},                 // by size: 1, 20 and 30 bytes
-      {"b.inp", "a.map", "nacl.bin"},                 // reversed
-      {"nacl.bin", ".hidden.inp", "b.inp", "a.map"},  // by extension, hidden shown
-      {"nacl.bin", ".hidden.inp", "b.inp", "a.map"},  // No to the deletion
-      {"nacl.bin", ".hidden.inp", "b.inp"},           // Yes to it
-      {"b.inp", "nacl.bin"},                          // by name, hidden off
-  };
-  EXPECT_EQ(listings, expected);
+  EXPECT_EQ(listings, (std::vector<names>{
+                          {"a.map", "b.inp", "nacl.bin"},                 // by name, no hidden files
+                          {"nacl.bin", "a.map", "b.inp"},                 // by size: 1, 20 and 30 bytes
+                          {"b.inp", "a.map", "nacl.bin"},                 // reversed
+                          {"nacl.bin", ".hidden.inp", "b.inp", "a.map"},  // by extension, hidden shown
+                          {"nacl.bin", ".hidden.inp", "b.inp", "a.map"},  // No to the deletion
+                          {"nacl.bin", ".hidden.inp", "b.inp"},           // Yes to it
+                          {"b.inp", "nacl.bin"}}));                       // by name, hidden off
   EXPECT_EQ(box_texts, (names{"Delete 'a.map' ?", "Delete 'a.map' ?"}));
   EXPECT_FALSE(fs::exists(folder / "a.map"));
 }
@@ -257,17 +232,15 @@ TEST_F(X11Modal, ColourFromTheSliders) {
               }}});
   std::int32_t r = 10, g = 20, b = 30;
   wselectcolour1(r, g, b);
-  EXPECT_EQ(winfodialog(4), 1);
-  EXPECT_EQ((std::vector<int>{r, g, b}), (std::vector<int>{200, 20, 30}));
+  EXPECT_EQ(std::tuple(winfodialog(4), r, g, b), std::tuple(1, 200, 20, 30));
   user_does({{"colour", [](Widget box) { press(box, false); }}});
   std::int32_t packed = 0x123456;
   wselectcolour2(packed);
-  EXPECT_EQ(winfodialog(4), 2);
-  EXPECT_EQ(packed, 0x123456);
+  EXPECT_EQ(std::pair(winfodialog(4), packed), std::pair(2, 0x123456));
 }
 
 TEST_F(X11Modal, DirectoryChosenBecomesCurrentAndPrintOptionsAnswer) {
-  std::string start;
+  std::string start, now;
   iosdirname(start);
   user_does({{"directory", [this](Widget box) {
                 XmString s = XmStringCreateLocalized(const_cast<char*>(folder.c_str()));
@@ -277,13 +250,11 @@ TEST_F(X11Modal, DirectoryChosenBecomesCurrentAndPrintOptionsAnswer) {
               }}});
   std::string name = start;
   wselectdir(64, name, "Working Directory");
+  iosdirname(now);
+  iosdirchange(start);
   EXPECT_EQ(winfodialog(4), 1);
   EXPECT_EQ(fs::path(name), folder);
-  std::string now;
-  iosdirname(now);
   EXPECT_EQ(fs::path(now), fs::canonical(folder));
-  iosdirchange(start);
-
   user_does({{"hardcopy", [](Widget box) { press(box, true); }}});
   whardcopyoptionstext();
   EXPECT_EQ(winfodialog(4), 1);
@@ -301,13 +272,11 @@ TEST_F(X11Modal, ListingInTheChildWindow) {
   EXPECT_STREQ(text, "Sintrel listing\n\tR = 0.05?\n");
   XtFree(text);
   Dimension area_width = 0, area_height = 0, width = 0, height = 0;
+  Boolean editable = True;
   XtVaGetValues(x11_child_client_area(child), XmNwidth, &area_width, XmNheight, &area_height, nullptr);
   XtVaGetValues(XtParent(view), XmNwidth, &width, XmNheight, &height, nullptr);
-  EXPECT_EQ(width, area_width);
-  EXPECT_EQ(height, area_height);
-  Boolean editable = True;
   XtVaGetValues(view, XmNeditable, &editable, nullptr);
-  EXPECT_FALSE(editable);
+  EXPECT_EQ(std::tuple(width, height, editable), std::tuple(area_width, area_height, False));
   windowclosechild(child);
 }
 
