@@ -41,30 +41,30 @@ class x11_drawing : public ::testing::Test {
   std::unique_ptr<x11_canvas> surface;
 };
 
+// A filled rectangle over pixels 20..80 across and 10..90 down, a line along
+// row 50 from 100 to 180, and text anchored at its left and middle at x 100,
+// row 80.
 TEST_F(x11_drawing, PrimitivesBecomePixels) {
-  igrpalette(0, wrgb(0, 0, 40));
+  const std::int32_t background = wrgb(0, 0, 40), red = wrgb(255, 0, 0);
+  igrpalette(0, background);
   igrareaclear();
-  igrpalette(5, wrgb(255, 0, 0));
-  igrcolourn(5);
+  igrcolour("Red");
   igrfillpattern(4);
-  igrrectangle(0.1f, 0.1f, 0.4f, 0.9f);  // pixels 20..80 across, 10..90 down
+  igrrectangle(0.1f, 0.1f, 0.4f, 0.9f);
   igrcolour("White");
-  igrjoin(0.5f, 0.5f, 0.9f, 0.5f);  // row 50 from 100 to 180
+  igrjoin(0.5f, 0.5f, 0.9f, 0.5f);
   igrcolour("Green");
   wgrtextfont(101, 0, 0.05f, 0.3f);
-  wgrtextstring(0.5f, 0.2f, "HHH");  // left aligned at x 100, middle at row 80
-  for (const auto& [x, y, rgb] : {std::tuple{21, 11, wrgb(255, 0, 0)}, {10, 50, wrgb(0, 0, 40)}, {90, 50, wrgb(0, 0, 40)},
-                                  {140, 50, wrgb(255, 255, 255)}, {140, 40, wrgb(0, 0, 40)}}) {
+  wgrtextstring(0.5f, 0.2f, "HHH");
+  for (const auto& [x, y, rgb] : {std::tuple{21, 11, red}, {50, 50, red}, {79, 89, red}, {10, 50, background},
+                                  {90, 50, background}, {140, 50, wrgb(255, 255, 255)}, {140, 40, background}}) {
     EXPECT_EQ(rgb_at(x, y), rgb) << x << "," << y;
   }
-  // Glyph edges are smoothed: count the pixels that are clearly green.
-  int green = 0;
-  for (int x = 100; x < 130; ++x) {
-    for (int y = 70; y < 90; ++y) {
-      int r, g, b;
-      wrgbsplit(rgb_at(x, y), r, g, b);
-      green += g > 120 && r < 60 && b < 80 ? 1 : 0;
-    }
+  int green = 0;  // glyph edges are smoothed: the pixels that are clearly green
+  for (int i = 0; i < 30 * 20; ++i) {
+    int r, g, b;
+    wrgbsplit(rgb_at(100 + i % 30, 70 + i / 30), r, g, b);
+    green += g > 120 && r < 60 && b < 80 ? 1 : 0;
   }
   EXPECT_GT(green, 20);  // the strokes of the H's
   EXPECT_GT(wgrtextlength("HHH"), 1.5f);

@@ -27,13 +27,7 @@ inline bool open_program_window() {
   if (!x11_install(why)) return false;
   register_quelmo_rc();
   winitialise();
-  window_options_type how;
-  how.options = 39;
-  how.menu = 30001;
-  how.toolbars = {30101, 0, 0, 0};
-  how.caption = "Graphic Quelmora Program";
-  how.colours = 128;
-  windowopen2(how);
+  windowopen2({.options = 39, .menu = 30001, .toolbars = {30101, 0, 0, 0}, .caption = "Graphic Quelmora Program", .colours = 128});
   wmenu(30001);
   windowstatusbarparts(3, {5000, 3000, -1});
   return true;

@@ -11,6 +11,7 @@
 #include <Xm/Text.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <deque>
 #include <filesystem>
 #include <fstream>
@@ -24,9 +25,7 @@
 #include "toolkit/messages/ios.h"
 #include "toolkit/x11/x11_child_window.h"
 #include "toolkit/x11/x11_file_selector.h"
-#include "toolkit/x11/x11_message_box.h"
 #include "toolkit/x11/x11_root_window.h"
-#include "toolkit/x11/x11_selector_list.h"
 
 namespace fs = std::filesystem;
 namespace {
@@ -118,34 +117,15 @@ step popup(const std::string& label, const std::string& file = "") {
           }};
 }
 
-// Pairs of description and patterns, read up to the thousandth character;
-// without a usable pair, one row of "*".
-TEST(FileFilter, PairsOfDescriptionAndPatterns) {
+// The selector shows the patterns of the first pair, read up to the
+// thousandth character; without a usable pair, "*".
+TEST(FileFilter, PatternsOfTheFirstPair) {
   using patterns = std::vector<std::string>;
-  const auto two = parse_file_filter("Fourier Output |*.out; *.fout|All files|*|   ");
-  ASSERT_EQ(two.size(), 2u);
-  EXPECT_EQ(two[0].description, "Fourier Output");
-  EXPECT_EQ(two[0].patterns, (patterns{"*.out", "*.fout"}));
-  EXPECT_EQ(two[1].patterns, patterns{"*"});
+  EXPECT_EQ(parse_file_filter("Fourier Output |*.out; *.fout|All files|*|   ")[0].patterns, (patterns{"*.out", "*.fout"}));
   EXPECT_EQ(parse_file_filter("Maps|" + std::string(995, 'x') + "yz;*.bin|")[0].patterns, patterns{std::string(995, 'x')});
   for (const char* bad : {"", "|", "Only a description|", "No bar at all"}) {
     EXPECT_EQ(parse_file_filter(bad).size(), 1u) << bad;
     EXPECT_EQ(parse_file_filter(bad)[0].patterns, patterns{"*"}) << bad;
-  }
-}
-
-// The orders the popup menu below does not show: by date, equal sizes by
-// name, no extension first.
-TEST(FileSelection, OrderOfTheList) {
-  using names = std::vector<std::string>;
-  for (const auto& [order, expected] : {std::pair{file_order::date, names{"a.map", "nacl.bin", "kcl.inp", "README"}},
-                                        {file_order::size, names{"README", "kcl.inp", "a.map", "nacl.bin"}},
-                                        {file_order::extension, names{"README", "nacl.bin", "kcl.inp", "a.map"}}}) {
-    std::vector<file_entry> entries = {{"nacl.bin", 300, 20}, {"kcl.inp", 100, 30}, {"a.map", 300, 10}, {"README", 5, 40}};
-    order_files(entries, order, false);
-    names got;
-    for (const file_entry& e : entries) got.push_back(e.name);
-    EXPECT_EQ(got, expected) << static_cast<int>(order);
   }
 }
 
@@ -159,13 +139,6 @@ class X11Modal : public X11Test {
   void TearDown() override { fs::remove_all(folder); }
   const fs::path folder = fs::temp_directory_path() / ("quelmora-modal-" + std::to_string(getpid()));
 };
-
-TEST_F(X11Modal, MessageBoxGivesThePressedButton) {
-  for (const auto& [buttons, icon, yes, expected] : {std::tuple{0, 1, true, 1}, {3, 2, true, 1}, {3, 4, false, 2}}) {
-    user_does({answer(yes)});
-    EXPECT_EQ(x11_message_box(buttons, icon, 1, "Save the last modifications?", ""), expected) << buttons << yes;
-  }
-}
 
 // OK takes a file only once its checks pass; a message box says why not, and
 // the selector stays up. Cancel leaves the name alone.
@@ -203,10 +176,13 @@ TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
   std::ofstream(folder / "a.map") << std::string(20, 'x');
   std::ofstream(folder / ".hidden.inp") << "x";
   std::ofstream(folder / "notes.txt") << "x";  // matches no pattern of the filter
+  for (const auto& [file, hours] : {std::pair{"b.inp", 2}, {"nacl.bin", 1}}) {
+    fs::last_write_time(folder / file, fs::file_time_type::clock::now() - std::chrono::hours(hours));
+  }
   const std::string a_map = (folder / "a.map").string();
   std::string name = folder.string() + "/";
-  user_does({look_at_list, popup("Size"), look_at_list, popup("Reverse"), look_at_list, popup("Extension"),
-             popup("Reverse"), popup("Show hidden"), look_at_list, popup("Delete", a_map), answer(false), look_at_list,
+  user_does({look_at_list, popup("Size"), look_at_list, popup("Reverse"), look_at_list, popup("Date"), popup("Reverse"),
+             look_at_list, popup("Extension"), popup("Show hidden"), look_at_list, popup("Delete", a_map), answer(false), look_at_list,
              popup("Delete", a_map), answer(true), look_at_list, popup("Name"), popup("Show hidden"), look_at_list,
              selector_cancel});
   box_texts.clear();
@@ -216,6 +192,7 @@ TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
                           {"a.map", "b.inp", "nacl.bin"},                 // by name, no hidden files
                           {"nacl.bin", "a.map", "b.inp"},                 // by size: 1, 20 and 30 bytes
                           {"b.inp", "a.map", "nacl.bin"},                 // reversed
+                          {"b.inp", "nacl.bin", "a.map"},                 // by date, oldest first
                           {"nacl.bin", ".hidden.inp", "b.inp", "a.map"},  // by extension, hidden shown
                           {"nacl.bin", ".hidden.inp", "b.inp", "a.map"},  // No to the deletion
                           {"nacl.bin", ".hidden.inp", "b.inp"},           // Yes to it
@@ -224,23 +201,22 @@ TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
   EXPECT_FALSE(fs::exists(folder / "a.map"));
 }
 
-// OK takes the sliders' colour, Cancel keeps the one given.
-TEST_F(X11Modal, ColourFromTheSliders) {
+// The colour selector: OK takes the sliders' colour, Cancel keeps the one
+// given. The directory chosen becomes the current one. The print options box
+// answers OK.
+TEST_F(X11Modal, SelectorsOfColourAndDirectoryAndPrintOptionsAnswer) {
+  std::int32_t r = 10, g = 20, b = 30, packed = 0x123456;
   user_does({{"colour", [](Widget box) {
                 XmScaleSetValue(XtNameToWidget(box, "*component"), 200);  // red
                 press(box, true);
               }}});
-  std::int32_t r = 10, g = 20, b = 30;
   wselectcolour1(r, g, b);
   EXPECT_EQ(std::tuple(winfodialog(4), r, g, b), std::tuple(1, 200, 20, 30));
   user_does({{"colour", [](Widget box) { press(box, false); }}});
-  std::int32_t packed = 0x123456;
   wselectcolour2(packed);
   EXPECT_EQ(std::pair(winfodialog(4), packed), std::pair(2, 0x123456));
-}
 
-TEST_F(X11Modal, DirectoryChosenBecomesCurrentAndPrintOptionsAnswer) {
-  std::string start, now;
+  std::string start, name, now;
   iosdirname(start);
   user_does({{"directory", [this](Widget box) {
                 XmString s = XmStringCreateLocalized(const_cast<char*>(folder.c_str()));
@@ -248,13 +224,10 @@ TEST_F(X11Modal, DirectoryChosenBecomesCurrentAndPrintOptionsAnswer) {
                 XmStringFree(s);
                 press(box, true);
               }}});
-  std::string name = start;
   wselectdir(64, name, "Working Directory");
   iosdirname(now);
   iosdirchange(start);
-  EXPECT_EQ(winfodialog(4), 1);
-  EXPECT_EQ(fs::path(name), folder);
-  EXPECT_EQ(fs::path(now), fs::canonical(folder));
+  EXPECT_EQ(std::tuple(winfodialog(4), fs::path(name), fs::path(now)), std::tuple(1, folder, fs::canonical(folder)));
   user_does({{"hardcopy", [](Widget box) { press(box, true); }}});
   whardcopyoptionstext();
   EXPECT_EQ(winfodialog(4), 1);
