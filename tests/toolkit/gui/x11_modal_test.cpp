@@ -172,12 +172,12 @@ TEST_F(X11Modal, FileSelectorChecksTheNameBeforeTakingIt) {
 }
 
 TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
-  std::ofstream(folder / "b.inp") << std::string(30, 'x');
-  std::ofstream(folder / "a.map") << std::string(20, 'x');
-  std::ofstream(folder / ".hidden.inp") << "x";
-  std::ofstream(folder / "notes.txt") << "x";  // matches no pattern of the filter
-  for (const auto& [file, hours] : {std::pair{"b.inp", 2}, {"nacl.bin", 1}}) {
-    fs::last_write_time(folder / file, fs::file_time_type::clock::now() - std::chrono::hours(hours));
+  for (const auto& [file, size] : {std::pair{"b.inp", 20}, {"a.map", 20}, {"README", 5}, {".hidden.inp", 1}, {"notes.txt", 1}}) {
+    std::ofstream(folder / file) << std::string(size, 'x');  // notes.txt matches no pattern of the filter
+  }
+  const auto now = fs::file_time_type::clock::now();
+  for (const auto& [file, age] : {std::pair{"b.inp", 1}, {"nacl.bin", 1}, {"README", 0}, {"a.map", 0}}) {
+    fs::last_write_time(folder / file, now - std::chrono::hours(age));
   }
   const std::string a_map = (folder / "a.map").string();
   std::string name = folder.string() + "/";
@@ -186,17 +186,17 @@ TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
              popup("Delete", a_map), answer(true), look_at_list, popup("Name"), popup("Show hidden"), look_at_list,
              selector_cancel});
   box_texts.clear();
-  EXPECT_FALSE(x11_select_file("Maps|*.inp;*.bin;*.map|", 10, name, "Title"));
+  EXPECT_FALSE(x11_select_file("Maps|*.inp;*.bin;*.map;README|", 10, name, "Title"));
   using names = std::vector<std::string>;
   EXPECT_EQ(listings, (std::vector<names>{
-                          {"a.map", "b.inp", "nacl.bin"},                 // by name, no hidden files
-                          {"nacl.bin", "a.map", "b.inp"},                 // by size: 1, 20 and 30 bytes
-                          {"b.inp", "a.map", "nacl.bin"},                 // reversed
-                          {"b.inp", "nacl.bin", "a.map"},                 // by date, oldest first
-                          {"nacl.bin", ".hidden.inp", "b.inp", "a.map"},  // by extension, hidden shown
-                          {"nacl.bin", ".hidden.inp", "b.inp", "a.map"},  // No to the deletion
-                          {"nacl.bin", ".hidden.inp", "b.inp"},           // Yes to it
-                          {"b.inp", "nacl.bin"}}));                       // by name, hidden off
+                          {"README", "a.map", "b.inp", "nacl.bin"},                         // by name, no hidden files
+                          {"nacl.bin", "README", "a.map", "b.inp"},                         // by size, ties by name
+                          {"b.inp", "a.map", "README", "nacl.bin"},                         // reversed
+                          {"b.inp", "nacl.bin", "README", "a.map"},                         // by date, oldest first
+                          {"README", "nacl.bin", ".hidden.inp", "b.inp", "a.map"},          // by extension, none first
+                          {"README", "nacl.bin", ".hidden.inp", "b.inp", "a.map"},          // No to the deletion
+                          {"README", "nacl.bin", ".hidden.inp", "b.inp"},                   // Yes to it
+                          {"README", "b.inp", "nacl.bin"}}));                               // by name, hidden off
   EXPECT_EQ(box_texts, (names{"Delete 'a.map' ?", "Delete 'a.map' ?"}));
   EXPECT_FALSE(fs::exists(folder / "a.map"));
 }
