@@ -48,52 +48,25 @@ class x11_drawing : public ::testing::Test {
   std::unique_ptr<x11_canvas> surface;
 };
 
-// A filled rectangle over pixels 20..80 across and 10..90 down, a line along
-// row 50 from 100 to 180, and text anchored at its left and middle at x 100,
-// row 80.
-TEST_F(x11_drawing, PrimitivesBecomePixels) {
-  const std::int32_t background = wrgb(0, 0, 40), red = wrgb(255, 0, 0);
-  igrpalette(0, background);
-  igrareaclear();
-  igrcolour("Red");
-  igrfillpattern(4);
-  igrrectangle(0.1f, 0.1f, 0.4f, 0.9f);
-  igrcolour("White");
-  igrjoin(0.5f, 0.5f, 0.9f, 0.5f);
-  igrcolour("Green");
-  wgrtextfont(101, 0, 0.05f, 0.3f);
-  wgrtextstring(0.5f, 0.2f, "HHH");
-  for (const auto& [x, y, rgb] : {std::tuple{21, 11, red}, {50, 50, red}, {79, 89, red}, {10, 50, background},
-                                  {90, 50, background}, {140, 50, wrgb(255, 255, 255)}, {140, 40, background}}) {
-    EXPECT_EQ(rgb_at(x, y), rgb) << x << "," << y;
-  }
-  int green = 0;  // glyph edges are smoothed: the pixels that are clearly green
-  for (int i = 0; i < 30 * 20; ++i) {
-    int r, g, b;
-    wrgbsplit(rgb_at(100 + i % 30, 70 + i / 30), r, g, b);
-    green += g > 120 && r < 60 && b < 80 ? 1 : 0;
-  }
-  EXPECT_GT(green, 20);  // the strokes of the H's
-  EXPECT_GT(wgrtextlength("HHH"), 1.5f);
-  EXPECT_LE(wgrtextlength("HHH"), 3.0f);
-}
-
-// Hatches every 4 pixels at density 1, along x for style 1, crossed by lines
-// along y for style 2. Lines along row 51 from x 0: dots 1 on 3 off, dashes
-// 8 on 4 off, dot-dash 8 on, 3 off, 1 on, 3 off.
-TEST_F(x11_drawing, HatchedFillsAndBrokenLines) {
+// A rectangle from 0.1 to 0.4 across and 0.1 to 0.9 up covers pixels 20..80
+// and 10..90: solid, or hatched every 4 pixels at density 1, along x for
+// style 1, crossed by lines along y for style 2. A line along row 51 from x 0:
+// solid, dots 1 on 3 off, dashes 8 on 4 off, dot-dash 8 on, 3 off, 1 on, 3 off.
+TEST_F(x11_drawing, FillsAndLinesBecomePixels) {
+  enum { fill, line };
   const bool on = true, off = false;
-  for (const auto& [fill, style, x, y, coloured] :
-       {std::tuple{true, 1, 10, 8, on}, {true, 1, 10, 9, off}, {true, 1, 9, 10, off}, {true, 2, 10, 8, on},
-        {true, 2, 8, 11, on}, {true, 2, 9, 10, off}, {false, 1, 4, 51, on}, {false, 1, 2, 51, off},
-        {false, 2, 7, 51, on}, {false, 2, 9, 51, off}, {false, 2, 12, 51, on}, {false, 3, 9, 51, off},
-        {false, 3, 11, 51, on}, {false, 3, 13, 51, off}}) {
+  for (const auto& [what, style, x, y, coloured] :
+       {std::tuple{fill, 4, 21, 11, on}, {fill, 4, 79, 89, on}, {fill, 4, 10, 50, off}, {fill, 4, 90, 50, off},
+        {fill, -1, 30, 28, on}, {fill, -1, 30, 29, off}, {fill, -1, 29, 30, off}, {fill, -2, 30, 28, on},
+        {fill, -2, 28, 31, on}, {fill, -2, 29, 30, off}, {line, 0, 150, 51, on}, {line, 0, 150, 50, off},
+        {line, 1, 4, 51, on}, {line, 1, 2, 51, off}, {line, 2, 7, 51, on}, {line, 2, 9, 51, off}, {line, 2, 12, 51, on},
+        {line, 3, 9, 51, off}, {line, 3, 11, 51, on}, {line, 3, 13, 51, off}}) {
     igrareaclear();
     igrcolour("Red");
-    igrfillpattern(fill ? -style : 4, 1, 1);
-    igrlinetype(fill ? 0 : style);
-    fill ? igrrectangle(0, 0, 1, 1) : igrjoin(0, 0.49f, 1, 0.49f);
-    EXPECT_EQ(rgb_at(x, y) == wrgb(255, 0, 0), coloured) << (fill ? "fill " : "line ") << style << " at " << x << "," << y;
+    igrfillpattern(what == fill ? style : 4, 1, 1);
+    igrlinetype(what == line ? style : 0);
+    what == fill ? igrrectangle(0.1f, 0.1f, 0.4f, 0.9f) : igrjoin(0, 0.49f, 1, 0.49f);
+    EXPECT_EQ(rgb_at(x, y) == wrgb(255, 0, 0), coloured) << (what == fill ? "fill " : "line ") << style << " at " << x << "," << y;
   }
 }
 

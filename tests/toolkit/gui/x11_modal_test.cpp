@@ -43,7 +43,7 @@ void next_step(XtPointer, XtIntervalId*) {
   if (steps.empty()) return;
   Widget box = XtNameToWidget(x11_root_shell(), (std::string("*") + steps.front().first).c_str());
   const bool up = box != nullptr && XtIsManaged(box);
-  if (!up && ++polls > 1000) {
+  if (!up && ++polls > 1000) {  // five seconds: the box never came, the loop would wait for ever
     ADD_FAILURE() << "no box named " << steps.front().first;
     std::abort();
   }
@@ -145,26 +145,21 @@ class X11Modal : public X11Test {
 TEST_F(X11Modal, FileSelectorChecksTheNameBeforeTakingIt) {
   const std::string existing = (folder / "nacl.bin").string(), missing = (folder / "kcl.inp").string();
   const std::string no_folder = (folder / "nowhere" / "kcl.inp").string();
-  const std::string replace = existing + " already existsDo you want to replace it?";
+  const std::string replace = existing + " already existsDo you want to replace it?", none = "start";
   using texts = std::vector<std::string>;
-  // What: open (flags 10) or save (11), the user's steps, the name after ("start": none chosen), the boxes' texts.
+  // Open (flags 10) or save (11), the user's steps, the name after, the boxes' texts.
   for (const auto& [flags, user, name_after, boxes] : {
-           std::tuple{10, std::vector{selector_ok(existing)}, existing, texts{}},
-           {10, std::vector{selector_cancel}, std::string("start"), texts{}},
-           {10, std::vector{selector_ok(folder.string()), selector_cancel}, std::string("start"), texts{}},
-           {10, std::vector{selector_ok(missing), answer(true), selector_cancel}, std::string("start"),
-            texts{missing + "File not found."}},
-           {10, std::vector{selector_ok(no_folder), answer(true), selector_cancel}, std::string("start"),
-            texts{no_folder + "Path does not exist."}},
+           std::tuple{10, std::vector{selector_ok(existing)}, existing, texts{}}, {10, std::vector{selector_cancel}, none, texts{}},
+           {10, std::vector{selector_ok(folder.string()), selector_cancel}, none, texts{}},
+           {10, std::vector{selector_ok(missing), answer(true), selector_cancel}, none, texts{missing + "File not found."}},
+           {10, std::vector{selector_ok(no_folder), answer(true), selector_cancel}, none, texts{no_folder + "Path does not exist."}},
            {11, std::vector{selector_ok(missing)}, missing, texts{}},
-           {11, std::vector{selector_ok(no_folder), answer(true), selector_cancel}, std::string("start"),
-            texts{no_folder + "Path does not exist."}},
-           {11, std::vector{selector_ok(existing), answer(false), selector_ok(existing), answer(true)}, existing,
-            texts{replace, replace}}}) {
-    std::string name = "start";
+           {11, std::vector{selector_ok(no_folder), answer(true), selector_cancel}, none, texts{no_folder + "Path does not exist."}},
+           {11, std::vector{selector_ok(existing), answer(false), selector_ok(existing), answer(true)}, existing, texts{replace, replace}}}) {
+    std::string name = none;
     box_texts.clear();
     user_does(user);
-    EXPECT_EQ(x11_select_file("Fourier files|*.inp;*.bin|", flags, name, "Title"), name_after != "start") << name_after;
+    EXPECT_EQ(x11_select_file("Fourier files|*.inp;*.bin|", flags, name, "Title"), name_after != none) << name_after;
     EXPECT_EQ(name, name_after);
     EXPECT_EQ(box_texts, boxes) << flags << " " << name_after;
     EXPECT_TRUE(steps.empty()) << "every step was taken";

@@ -51,18 +51,15 @@ Window client_window() { return XtWindow(x11_root_client_area()); }
 TEST(StatusBarWidths, InTenThousandthsAndPixels) {
   using row = std::tuple<std::vector<int>, bool, int, std::vector<int>>;  // widths, in pixels, total: parts
   for (const auto& [widths, pixels, total, expected] : {
-           row{{5000, 3000, -1}, false, 1023, {511, 306, 206}},  // the program's bar, rounded down
-           row{{100, -1, 50}, true, 400, {100, 250, 50}},
-           row{{8000, -1, 4000}, false, 1000, {800, 0, 200}},  // too wide: the rest is 0, the last part cut
-           row{{300, 300}, true, 400, {300, 100}},
+           row{{5000, 3000, -1}, false, 1023, {511, 306, 206}}, row{{100, -1, 50}, true, 400, {100, 250, 50}},
+           row{{8000, -1, 4000}, false, 1000, {800, 0, 200}}, row{{300, 300}, true, 400, {300, 100}},  // too wide: cut
            row{{5000, -1}, false, -20, {0, 0}}}) {
     EXPECT_EQ(status_part_pixels(widths, pixels, total), expected) << total;
   }
 }
 
 TEST(DialogScale, QuarterOfTheAverageWidthAndAnEighthOfTheHeight) {
-  EXPECT_DOUBLE_EQ(dialog_scale_from_font(7.0, 16.0).across, 1.75);
-  EXPECT_DOUBLE_EQ(dialog_scale_from_font(7.0, 16.0).down, 2.0);
+  EXPECT_EQ(std::pair(dialog_scale_from_font(7.0, 16.0).across, dialog_scale_from_font(7.0, 16.0).down), std::pair(1.75, 2.0));
   EXPECT_DOUBLE_EQ(dialog_scale_from_font(0.0, 16.0).across, 1.5) << "no font measured: the classic 8-point scale";
 }
 
@@ -102,17 +99,14 @@ TEST_F(X11Window, PlotAndDamagedTablesReplaceTheMainMenuAndToolbar) {
   settle();
   EXPECT_EQ(std::pair(x11_menubar_item(40001), x11_toolbar_button(40025)), std::pair(Widget{}, Widget{}));
   ASSERT_NE(x11_toolbar_button(40003), nullptr);
-  EXPECT_TRUE(XmToggleButtonGetState(x11_toolbar_button(40072)));
-  EXPECT_FALSE(XmToggleButtonGetState(x11_toolbar_button(40074)));
+  EXPECT_EQ(std::pair(XmToggleButtonGetState(x11_toolbar_button(40072)), XmToggleButtonGetState(x11_toolbar_button(40074))),
+            (std::pair<Boolean, Boolean>(True, False)));
   XmString tip = nullptr;  // the widget's own string: not freed
   XtVaGetValues(x11_toolbar_button(40036), XmNtoolTipString, &tip, nullptr);
   EXPECT_EQ(x11_text(tip), "Actual Layer +1");
-  register_menu({99001,
-                 {{99002, menu_item_kind::popup, 0, "Odd", 9},
-                  {99003, menu_item_kind::entry, 3, "Deep", 0},
-                  {0, menu_item_kind::separator, 7, "", -1},
-                  {99004, menu_item_kind::entry, -2, "Negative", -5},
-                  {99005, menu_item_kind::popup, 0, "Empty", 0}}});
+  register_menu({99001, {{99002, menu_item_kind::popup, 0, "Odd", 9}, {99003, menu_item_kind::entry, 3, "Deep", 0},
+                         {0, menu_item_kind::separator, 7, "", -1}, {99004, menu_item_kind::entry, -2, "Negative", -5},
+                         {99005, menu_item_kind::popup, 0, "Empty", 0}}});
   register_toolbar({99100, {0, 0, 99101, 40025}});
   wmenu(99001);
   wmenutoolbar(99100, 0, 2);
