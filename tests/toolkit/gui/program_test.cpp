@@ -7,11 +7,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <sstream>
+#include <iterator>
 #include <string>
 
 #include "tests/toolkit/gui/x11_fixture.h"
@@ -145,9 +146,8 @@ TEST_F(Program, AMapOnTheCommandLineOpensAsContours) {
 TEST_F(Program, WithoutADisplaySaysSoInOneLine) {
   start(false);
   EXPECT_EQ(exit_status(), 1);
-  std::stringstream read;
-  read << std::ifstream(home / "stderr.txt").rdbuf();
-  const std::string text = read.str();
+  std::ifstream errors(home / "stderr.txt");
+  const std::string text{std::istreambuf_iterator<char>(errors), {}};
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1) << text;
   EXPECT_NE(text.find("display"), std::string::npos) << text;
 }

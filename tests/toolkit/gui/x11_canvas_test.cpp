@@ -1,22 +1,15 @@
-// The drawing layer on a real X display: primitives, hatched fills, broken
-// lines and labelled contour lines land as pixels in an X pixmap.
+// The drawing layer on a real X display: solid and hatched fills and broken
+// lines land as pixels in an X pixmap.
 #include <gtest/gtest.h>
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
 #include <memory>
-#include <string>
 #include <tuple>
-#include <vector>
 
-#include "tests/toolkit/peaks_field.h"
 #include "toolkit/core/werror.h"
 #include "toolkit/graphics/graphics.h"
-#include "toolkit/plots/contour.h"
-#include "toolkit/plots/plot_key.h"
-#include "toolkit/plots/plot_setup.h"
-#include "toolkit/plots/plot_state.h"
 #include "toolkit/x11/x11_canvas.h"
 
 namespace {
@@ -68,37 +61,6 @@ TEST_F(x11_drawing, FillsAndLinesBecomePixels) {
     what == fill ? igrrectangle(0.1f, 0.1f, 0.4f, 0.9f) : igrjoin(0, 0.49f, 1, 0.49f);
     EXPECT_EQ(rgb_at(x, y) == wrgb(255, 0, 0), coloured) << (what == fill ? "fill " : "line ") << style << " at " << x << "," << y;
   }
-}
-
-// A contour level labelled with its value: smoothed glyph edges in the red of
-// the line show its text, the plain line (X draws lines unsmoothed) has none.
-// The key shows a sample of the line.
-TEST_F(x11_drawing, ContourLevelLabelledWithItsValue) {
-  const int n = 65, nvals[2] = {n, n};
-  const std::vector<float> z = peaks_field(n), level = {0.5f};
-  const std::vector<std::string> key = {"0.500"};
-  int lines[2] = {}, glyph_edges[2] = {};
-  for (int label : {0, 5}) {
-    igrareaclear();
-    ipginit();
-    ipgnewplot2(8, 1, nvals, 0);
-    ipgstyle(1, 0, label, 0, 5, 0);
-    igrpalette(5, wrgb(255, 0, 0));
-    ipgcontour2(z, n, n, level);
-    ipgkeyarea(0.8f, 0, 1, 1);
-    ipgkeyall(key, "R");
-    XImage* image = XGetImage(display, surface->drawable(), 0, 0, 200, 100, AllPlanes, ZPixmap);
-    for (int i = 0; i < 200 * 100; ++i) {
-      const unsigned long p = XGetPixel(image, i % 200, i / 200) & 0xffffff;  // black background
-      lines[label > 0] += p == 0xff0000 ? 1 : 0;
-      glyph_edges[label > 0] += p > 0 && p < 0xff0000 && (p & 0xffff) == 0 ? 1 : 0;
-    }
-    XDestroyImage(image);
-  }
-  EXPECT_GT(lines[0], 100) << "the line and its sample in the key";
-  EXPECT_EQ(glyph_edges[0], 0);
-  EXPECT_GT(glyph_edges[1], 10) << "no label";
-  EXPECT_EQ(winfoerror(1), 0);
 }
 
 }  // namespace

@@ -64,10 +64,10 @@ void press(Widget box, bool ok) {
   XtCallCallbacks(box, ok ? XmNokCallback : XmNcancelCallback, &cb);
 }
 
-// The Selection field of the file selector.
-void type_into(Widget box, const std::string& text) {
+// A text of the box: the Selection field (XmNtextString) or the directory.
+void type_into(Widget box, const std::string& text, const char* resource = XmNtextString) {
   XmString s = XmStringCreateLocalized(const_cast<char*>(text.c_str()));
-  XtVaSetValues(box, XmNtextString, s, nullptr);
+  XtVaSetValues(box, resource, s, nullptr);
   XmStringFree(s);
 }
 
@@ -213,12 +213,7 @@ TEST_F(X11Modal, SelectorsOfColourAndDirectoryAndPrintOptionsAnswer) {
 
   std::string start, name, now;
   iosdirname(start);
-  user_does({{"directory", [this](Widget box) {
-                XmString s = XmStringCreateLocalized(const_cast<char*>(folder.c_str()));
-                XtVaSetValues(box, XmNdirectory, s, nullptr);
-                XmStringFree(s);
-                press(box, true);
-              }}});
+  user_does({{"directory", [this](Widget box) { type_into(box, folder.string(), XmNdirectory); press(box, true); }}});
   wselectdir(64, name, "Working Directory");
   iosdirname(now);
   iosdirchange(start);
@@ -228,7 +223,8 @@ TEST_F(X11Modal, SelectorsOfColourAndDirectoryAndPrintOptionsAnswer) {
   EXPECT_EQ(winfodialog(4), 1);
 }
 
-// The listing fills the child window, read only, control characters shown as "?".
+// The listing fills the child window, read only, control characters shown as
+// "?". The window manager's close button asks to close that child.
 TEST_F(X11Modal, ListingInTheChildWindow) {
   std::ofstream(folder / "nacl.fout") << "Sintrel listing\n\tR = 0.05\x07\n";
   std::int32_t child = 0;
@@ -245,6 +241,12 @@ TEST_F(X11Modal, ListingInTheChildWindow) {
   XtVaGetValues(XtParent(view), XmNwidth, &width, XmNheight, &height, nullptr);
   XtVaGetValues(view, XmNeditable, &editable, nullptr);
   EXPECT_EQ(std::tuple(width, height, editable), std::tuple(area_width, area_height, False));
+  ask_to_close(x11_display(), XtWindow(XtParent(x11_child_client_area(child))));
+  settle();
+  std::int32_t type = 0;
+  message_record r;
+  while (x11_take(type, r) && type != msg_close_request) {}
+  EXPECT_EQ(std::pair(type, r.win), std::pair(msg_close_request, child));
   windowclosechild(child);
 }
 

@@ -1,10 +1,9 @@
 // The X11 face on a display: the root window as the program opens it, its
 // menu bar, toolbars and status bar from the catalogue, item states in the
 // widgets, the translation of X events into messages, and the catalogue's
-// dialogs at their size, with typing and drawing reaching them.
+// dialogs at their size, with typing reaching them.
 #include <gtest/gtest.h>
 
-#include <Xm/DrawingA.h>
 #include <Xm/TextF.h>
 #include <Xm/ToggleB.h>
 
@@ -16,11 +15,9 @@
 #include "tests/toolkit/gui/x11_fixture.h"
 #include "toolkit/dialogs/wdialog.h"
 #include "toolkit/dialogs/wgrid.h"
-#include "toolkit/graphics/graphics.h"
 #include "toolkit/graphics/graphics_area.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/wmessage.h"
-#include "toolkit/x11/x11_child_window.h"
 #include "toolkit/x11/x11_dialog.h"
 #include "toolkit/x11/x11_dialog_units.h"
 #include "toolkit/x11/x11_menubar.h"
@@ -153,19 +150,6 @@ TEST_F(X11Window, OpensAtEightyPercentAndExposeAndResizeComeOnceABurst) {
   }
 }
 
-TEST_F(X11Window, CloseRequestsOfRootAndChildNameTheirWindow) {
-  std::int32_t child = -1;
-  windowopenchild2(child, "View of calculations");
-  settle();
-  for (std::int32_t win : {0, child}) {
-    ask_to_close(x11_display(), XtWindow(win == 0 ? x11_root_shell() : XtParent(x11_child_client_area(win))));
-    const messages got = drain();
-    ASSERT_EQ(count_of(got, msg_close_request), 1) << win;
-    EXPECT_EQ(got.back().second.win, win);
-  }
-  windowclosechild(child);
-}
-
 // The client area selects the events of the message types enabled (buttons
 // always). A button carries the pixel, and the position in drawing units with
 // units 0 to 1 over the whole area: from the centre of the pixel, y upward.
@@ -174,9 +158,7 @@ TEST_F(X11Window, MouseButtonsCarryButtonAndPosition) {
   x11_root_client_size(width, height);
   igrarea(0, 0, 1, 1);
   igrunits(0, 0, 1, 1);
-  for (const auto& [type, state] : {std::pair{msg_mouse_up, 1}, {msg_mouse_move, 1}, {msg_expose, 0}, {msg_resize, 0}}) {
-    wmessageenable(type, state);
-  }
+  for (const auto& [type, state] : {std::pair{msg_mouse_up, 1}, {msg_mouse_move, 1}, {msg_expose, 0}, {msg_resize, 0}}) wmessageenable(type, state);
   settle();
   XWindowAttributes a;
   XGetWindowAttributes(x11_display(), client_window(), &a);
@@ -193,9 +175,7 @@ TEST_F(X11Window, MouseButtonsCarryButtonAndPosition) {
     EXPECT_NEAR(r.gx, (static_cast<float>(x) + 0.5f) / static_cast<float>(width), 1e-5f) << x;
     EXPECT_NEAR(r.gy, 1.0f - (static_cast<float>(y) + 0.5f) / static_cast<float>(height), 1e-5f) << y;
   }
-  for (const auto& [type, state] : {std::pair{msg_mouse_up, 0}, {msg_mouse_move, 0}, {msg_key, 1}, {msg_expose, 1}, {msg_resize, 1}}) {
-    wmessageenable(type, state);
-  }
+  for (const auto& [type, state] : {std::pair{msg_mouse_up, 0}, {msg_mouse_move, 0}, {msg_key, 1}, {msg_expose, 1}, {msg_resize, 1}}) wmessageenable(type, state);
   settle();
   XGetWindowAttributes(x11_display(), client_window(), &a);
   EXPECT_EQ(a.your_event_mask & (KeyPressMask | PointerMotionMask), KeyPressMask);
@@ -267,28 +247,6 @@ TEST_F(X11Window, TypingInADialogReachesTheToolkitAndARefusedTextGivesWay) {
   wmessage(type, r);
   EXPECT_EQ(std::pair(type, r.value2), std::pair(msg_field_changed, 1071));
   wmessageenable(msg_field_changed, 0);
-}
-
-// A box is coloured by clearing it with the background colour set to its
-// colour; the box of field 1222 sits at 20, 132 in dialog units.
-TEST_F(X11Window, ColourBoxesOfADialogShowWhatIsDrawnIntoThem) {
-  Widget box = on_board(112, [](Widget w) {
-    Position x = 0, y = 0;
-    XtVaGetValues(w, XmNx, &x, XmNy, &y, nullptr);
-    return XmIsDrawingArea(w) && x == x11_dialog_x(20) && y == x11_dialog_y(132);
-  });
-  ASSERT_NE(box, nullptr);
-  const std::int32_t background = igrstate.irgb256[0];
-  igrselect(igr_field, 1222);
-  igrpalette(0, 0x0000ff);  // red
-  igrareaclear();
-  igrpalette(0, background);
-  igrselect(igr_window, 0);
-  x11_dialog_flush();
-  settle();
-  XImage* image = XGetImage(x11_display(), XtWindow(box), 3, 3, 1, 1, AllPlanes, ZPixmap);
-  EXPECT_EQ(XGetPixel(image, 0, 0) & 0xffffff, 0xff0000u) << "red in the screen's RGB order";
-  XDestroyImage(image);
 }
 
 }  // namespace
