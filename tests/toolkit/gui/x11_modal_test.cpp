@@ -121,7 +121,7 @@ step popup(const std::string& label, const std::string& file = "") {
 // thousandth character; without a usable pair, "*".
 TEST(FileFilter, PatternsOfTheFirstPair) {
   using patterns = std::vector<std::string>;
-  EXPECT_EQ(parse_file_filter("Fourier Output |*.out; *.fout|All files|*|   ")[0].patterns, (patterns{"*.out", "*.fout"}));
+  EXPECT_EQ(parse_file_filter("Fourier Output |*.out; *.fout;|All files|*|   ")[0].patterns, (patterns{"*.out", "*.fout"}));
   EXPECT_EQ(parse_file_filter("Maps|" + std::string(995, 'x') + "yz;*.bin|")[0].patterns, patterns{std::string(995, 'x')});
   for (const char* bad : {"", "|", "Only a description|", "No bar at all"}) {
     EXPECT_EQ(parse_file_filter(bad).size(), 1u) << bad;
@@ -150,7 +150,7 @@ TEST_F(X11Modal, FileSelectorChecksTheNameBeforeTakingIt) {
   // Open (flags 10) or save (11), the user's steps, the name after, the boxes' texts.
   for (const auto& [flags, user, name_after, boxes] : {
            std::tuple{10, std::vector{selector_ok(existing)}, existing, texts{}}, {10, std::vector{selector_cancel}, none, texts{}},
-           {10, std::vector{selector_ok(folder.string()), selector_cancel}, none, texts{}},
+           {10, std::vector{selector_ok(folder.string()), selector_ok(""), selector_cancel}, none, texts{}},  // no file: stays up
            {10, std::vector{selector_ok(missing), answer(true), selector_cancel}, none, texts{missing + "File not found."}},
            {10, std::vector{selector_ok(no_folder), answer(true), selector_cancel}, none, texts{no_folder + "Path does not exist."}},
            {11, std::vector{selector_ok(missing)}, missing, texts{}},
@@ -211,7 +211,7 @@ TEST_F(X11Modal, SelectorsOfColourAndDirectoryAndPrintOptionsAnswer) {
   wselectcolour2(packed);
   EXPECT_EQ(std::pair(winfodialog(4), packed), std::pair(2, 0x123456));
 
-  std::string start, name, now;
+  std::string start, now, name = "/";
   iosdirname(start);
   user_does({{"directory", [this](Widget box) { type_into(box, folder.string(), XmNdirectory); press(box, true); }}});
   wselectdir(64, name, "Working Directory");
