@@ -24,9 +24,7 @@ const std::string program = QUELMORA_BINARY_DIR "/app/quelmora";
 
 // Asks again every 25 ms, for ten seconds at most, until `done` holds.
 bool eventually(const std::function<bool()>& done) {
-  for (int i = 0; i < 400; ++i, usleep(25000)) {
-    if (done()) return true;
-  }
+  for (int i = 0; i < 400; ++i, usleep(25000)) if (done()) return true;
   return false;
 }
 
@@ -44,8 +42,7 @@ Window window_named(const std::string& caption) {
 }
 
 void xdotool(const std::string& arguments) {
-  const std::string command = "xdotool " + arguments + " >/dev/null 2>&1";
-  ASSERT_EQ(std::system(command.c_str()), 0) << command;
+  ASSERT_EQ(std::system(("xdotool " + arguments + " >/dev/null 2>&1").c_str()), 0) << arguments;
 }
 
 // Pixels of the window whose red, green and blue pass the test.

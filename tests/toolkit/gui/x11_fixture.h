@@ -51,9 +51,7 @@ class X11Test : public ::testing::Test {
     x11_queue_clear();
     winfoerror(1);
   }
-  void TearDown() override {
-    for (int id : yyloaded_dialogs()) yyunload_dialog(id);
-  }
+  void TearDown() override { for (int id : yyloaded_dialogs()) yyunload_dialog(id); }
 };
 
 // The window manager's close button: a WM_DELETE_WINDOW client message.

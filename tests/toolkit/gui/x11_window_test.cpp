@@ -1,23 +1,29 @@
 // The X11 face on a display: the root window as the program opens it, its
 // menu bar, toolbars and status bar from the catalogue, item states in the
-// widgets, the translation of X events into messages, and the catalogue's
-// dialogs at their size, with typing reaching them.
+// widgets, the translation of X events into messages, the catalogue's dialogs
+// at their size, with typing and drawing reaching them, and fills and broken
+// lines landing as pixels in an X pixmap.
 #include <gtest/gtest.h>
 
+#include <X11/Xutil.h>
+#include <Xm/DrawingA.h>
 #include <Xm/TextF.h>
 #include <Xm/ToggleB.h>
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <tuple>
 #include <vector>
 
 #include "tests/toolkit/gui/x11_fixture.h"
 #include "toolkit/dialogs/wdialog.h"
 #include "toolkit/dialogs/wgrid.h"
+#include "toolkit/graphics/graphics.h"
 #include "toolkit/graphics/graphics_area.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/wmessage.h"
+#include "toolkit/x11/x11_canvas.h"
 #include "toolkit/x11/x11_dialog.h"
 #include "toolkit/x11/x11_dialog_units.h"
 #include "toolkit/x11/x11_menubar.h"
@@ -247,6 +253,68 @@ TEST_F(X11Window, TypingInADialogReachesTheToolkitAndARefusedTextGivesWay) {
   wmessage(type, r);
   EXPECT_EQ(std::pair(type, r.value2), std::pair(msg_field_changed, 1071));
   wmessageenable(msg_field_changed, 0);
+}
+
+// A box is coloured by clearing it with the background colour set to its
+// colour; the box of field 1222 sits at 20, 132 in dialog units.
+TEST_F(X11Window, ColourBoxesOfADialogShowWhatIsDrawnIntoThem) {
+  Widget box = on_board(112, [](Widget w) {
+    Position x = 0, y = 0;
+    XtVaGetValues(w, XmNx, &x, XmNy, &y, nullptr);
+    return XmIsDrawingArea(w) && x == x11_dialog_x(20) && y == x11_dialog_y(132);
+  });
+  ASSERT_NE(box, nullptr);
+  igrselect(igr_field, 1222);
+  igrpalette(0, 0x0000ff);  // red
+  igrareaclear();
+  igrselect(igr_window, 0);
+  x11_dialog_flush();
+  settle();
+  XImage* image = XGetImage(x11_display(), XtWindow(box), 3, 3, 1, 1, AllPlanes, ZPixmap);
+  EXPECT_EQ(XGetPixel(image, 0, 0) & 0xffffff, 0xff0000u) << "red in the screen's RGB order";
+  XDestroyImage(image);
+}
+
+// Drawing on a pixmap of 200 x 100 pixels as window 0.
+class X11Drawing : public X11Test {
+ protected:
+  void SetUp() override {
+    X11Test::SetUp();
+    surface = x11_canvas::pixmap(x11_display(), XtWindow(x11_root_shell()), 200, 100);
+    attach_target(igr_window, 0, surface.get());
+    igrselect(igr_window, 0);
+  }
+  void TearDown() override { attach_target(igr_window, 0, nullptr); X11Test::TearDown(); }
+  // Whether a pixel is red (24-bit true colour).
+  bool red_at(int x, int y) {
+    XImage* image = XGetImage(x11_display(), surface->drawable(), x, y, 1, 1, AllPlanes, ZPixmap);
+    const bool red = (XGetPixel(image, 0, 0) & 0xffffff) == 0xff0000;
+    XDestroyImage(image);
+    return red;
+  }
+  std::unique_ptr<x11_canvas> surface;
+};
+
+// A rectangle from 0.1 to 0.4 across and 0.1 to 0.9 up covers pixels 20..80
+// and 10..90: solid, or hatched every 4 pixels at density 1, along x for
+// style 1, crossed by lines along y for style 2. A line along row 51 from x 0:
+// solid, dots 1 on 3 off, dashes 8 on 4 off, dot-dash 8 on, 3 off, 1 on, 3 off.
+TEST_F(X11Drawing, FillsAndLinesBecomePixels) {
+  enum { fill, line };
+  const bool on = true, off = false;
+  for (const auto& [what, style, x, y, coloured] :
+       {std::tuple{fill, 4, 21, 11, on}, {fill, 4, 79, 89, on}, {fill, 4, 10, 50, off}, {fill, 4, 90, 50, off},
+        {fill, -1, 30, 28, on}, {fill, -1, 30, 29, off}, {fill, -1, 29, 30, off}, {fill, -2, 30, 28, on},
+        {fill, -2, 28, 31, on}, {fill, -2, 29, 30, off}, {line, 0, 150, 51, on}, {line, 0, 150, 50, off},
+        {line, 1, 4, 51, on}, {line, 1, 2, 51, off}, {line, 2, 7, 51, on}, {line, 2, 9, 51, off}, {line, 2, 12, 51, on},
+        {line, 3, 9, 51, off}, {line, 3, 11, 51, on}, {line, 3, 13, 51, off}}) {
+    igrareaclear();
+    igrcolour("Red");
+    igrfillpattern(what == fill ? style : 4, 1, 1);
+    igrlinetype(what == line ? style : 0);
+    what == fill ? igrrectangle(0.1f, 0.1f, 0.4f, 0.9f) : igrjoin(0, 0.49f, 1, 0.49f);
+    EXPECT_EQ(red_at(x, y), coloured) << (what == fill ? "fill " : "line ") << style << " at " << x << "," << y;
+  }
 }
 
 }  // namespace
