@@ -1,25 +1,31 @@
 // The X11 face on a display: the root window as the program opens it, its
 // menu bar, toolbars and status bar from the catalogue, item states in the
-// widgets, and the translation of X events into messages.
+// widgets, the translation of X events into messages, the catalogue's dialogs
+// at their size, with typing and drawing reaching them, and fills and broken
+// lines landing as pixels in an X pixmap.
 #include <gtest/gtest.h>
 
-#include <X11/Xatom.h>
 #include <X11/Xutil.h>
+#include <Xm/DrawingA.h>
+#include <Xm/TextF.h>
 #include <Xm/ToggleB.h>
-#include <Xm/Xm.h>
 
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <tuple>
 #include <vector>
 
-#include "toolkit/core/werror.h"
+#include "tests/toolkit/gui/x11_fixture.h"
+#include "toolkit/dialogs/wdialog.h"
+#include "toolkit/dialogs/wgrid.h"
+#include "toolkit/graphics/graphics.h"
 #include "toolkit/graphics/graphics_area.h"
 #include "toolkit/messages/child_window.h"
-#include "toolkit/messages/window.h"
-#include "toolkit/messages/wmenu.h"
 #include "toolkit/messages/wmessage.h"
-#include "toolkit/x11/x11_child_window.h"
-#include "tests/toolkit/gui/x11_fixture.h"
-#include "toolkit/x11/x11_display.h"
-#include "toolkit/x11/x11_events.h"
+#include "toolkit/x11/x11_canvas.h"
+#include "toolkit/x11/x11_dialog.h"
+#include "toolkit/x11/x11_dialog_units.h"
 #include "toolkit/x11/x11_menubar.h"
 #include "toolkit/x11/x11_root_window.h"
 #include "toolkit/x11/x11_statusbar.h"
@@ -27,332 +33,288 @@
 
 namespace {
 
-// Handles every event the server has sent so far.
-void pump() {
-  XSync(x11_display(), False);
-  while (XtAppPending(x11_app()) & XtIMXEvent) {
-    XEvent event;
-    XtAppNextEvent(x11_app(), &event);
-    XtDispatchEvent(&event);
-  }
-}
+using messages = std::vector<std::pair<std::int32_t, message_record>>;
+using X11Window = X11Test;
 
 // The messages the face has queued, taken off the queue.
-std::vector<std::pair<std::int32_t, message_record>> drain() {
-  pump();
-  std::vector<std::pair<std::int32_t, message_record>> got;
-  std::int32_t type = 0;
-  message_record record;
-  while (x11_take(type, record)) got.emplace_back(type, record);
+messages drain() {
+  settle();
+  messages got;
+  std::pair<std::int32_t, message_record> m;
+  while (x11_take(m.first, m.second)) got.push_back(m);
   return got;
 }
 
-int count_of(const std::vector<std::pair<std::int32_t, message_record>>& messages, std::int32_t type) {
-  int n = 0;
-  for (const auto& m : messages) n += m.first == type;
-  return n;
+int count_of(const messages& got, std::int32_t type) {
+  return static_cast<int>(std::count_if(got.begin(), got.end(), [&](const auto& m) { return m.first == type; }));
 }
 
 Window client_window() { return XtWindow(x11_root_client_area()); }
 
-class X11Window : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() { available = open_program_window(); }
-  void SetUp() override {
-    if (!available) GTEST_SKIP() << "no X display";
-    drain();
-    winfoerror(1);
-  }
-  static bool available;
-};
-
-bool X11Window::available = false;
-
-TEST_F(X11Window, OpensAtEightyPercentOfTheMonitorWithItsCaption) {
-  int monitor_width = 0, monitor_height = 0;
-  x11_monitor_size(monitor_width, monitor_height);
-  XWindowAttributes attributes;
-  ASSERT_TRUE(XGetWindowAttributes(x11_display(), XtWindow(x11_root_shell()), &attributes));
-  EXPECT_EQ(attributes.width, 80 * monitor_width / 100);
-  EXPECT_EQ(attributes.height, 80 * monitor_height / 100);
-  EXPECT_EQ(attributes.map_state, IsViewable);
-
-  char* name = nullptr;
-  ASSERT_TRUE(XFetchName(x11_display(), XtWindow(x11_root_shell()), &name));
-  EXPECT_STREQ(name, "Graphic Quelmora Program");
-  XFree(name);
-
-  windowtitle("Graphic Quelmora Program: NaCl");
-  pump();
-  ASSERT_TRUE(XFetchName(x11_display(), XtWindow(x11_root_shell()), &name));
-  EXPECT_STREQ(name, "Graphic Quelmora Program: NaCl");
-  XFree(name);
-  windowtitle("Graphic Quelmora Program");
-}
-
-
-TEST_F(X11Window, MenuBarShowsTheMainMenuWithMnemonics) {
-  struct row {
-    int id;
-    const char* label;
-    char mnemonic;  // 0 none
-  };
-  const row rows[] = {{40001, "File", 'F'},        {40028, "Print File", 'F'},
-                      {40007, "Exit", 'x'},        {40017, "Data Files", 0},
-                      {40020, "Scan Peaks", 'P'},  {40022, "Plot", 'P'},
-                      {40016, "About...", 'A'},    {40024, "Quit", 'Q'}};
-  for (const row& r : rows) {
-    Widget w = x11_menubar_item(r.id);
-    ASSERT_NE(w, nullptr) << r.id;
-    EXPECT_EQ(label_of(w), r.label);
-    KeySym mnemonic = NoSymbol;
-    XtVaGetValues(w, XmNmnemonic, &mnemonic, nullptr);
-    if (r.mnemonic) {
-      EXPECT_EQ(mnemonic, static_cast<KeySym>(r.mnemonic)) << r.id;
-    } else {
-      // No letter of the label is underlined.
-      EXPECT_EQ(std::string(r.label).find(static_cast<char>(mnemonic)), std::string::npos) << r.id;
-    }
+TEST(StatusBarWidths, InTenThousandthsAndPixels) {
+  using row = std::tuple<std::vector<int>, bool, int, std::vector<int>>;  // widths, in pixels, total: parts
+  for (const auto& [widths, pixels, total, expected] : {
+           row{{5000, 3000, -1}, false, 1023, {511, 306, 206}}, row{{100, -1, 50}, true, 400, {100, 250, 50}},
+           row{{8000, -1, 4000}, false, 1000, {800, 0, 200}}, row{{300, 300}, true, 400, {300, 100}},  // too wide: cut
+           row{{5000, -1}, false, -20, {0, 0}}}) {
+    EXPECT_EQ(status_part_pixels(widths, pixels, total), expected) << total;
   }
 }
 
-TEST_F(X11Window, ItemStatesGreyMenuEntriesAndToolbarButtons) {
-  // The state right after start-up: six commands greyed.
-  for (int id : {40011, 40021, 40022, 40027, 40005, 40008}) wmenusetstate(id, 1, 0);
-  pump();
-  for (int id : {40011, 40021, 40022, 40027, 40005, 40008}) {
-    EXPECT_FALSE(XtIsSensitive(x11_menubar_item(id))) << id;
-  }
-  for (int id : {40001, 40025, 40026, 40028, 40007, 40023, 40024}) {
-    EXPECT_TRUE(XtIsSensitive(x11_menubar_item(id))) << id;
-  }
-  // 40005 and 40022 stand in the toolbar too and share the state.
-  EXPECT_FALSE(XtIsSensitive(x11_toolbar_button(40005)));
-  EXPECT_FALSE(XtIsSensitive(x11_toolbar_button(40022)));
-  EXPECT_TRUE(XtIsSensitive(x11_toolbar_button(40026)));
+TEST(DialogScale, QuarterOfTheAverageWidthAndAnEighthOfTheHeight) {
+  EXPECT_EQ(std::pair(dialog_scale_from_font(7.0, 16.0).across, dialog_scale_from_font(7.0, 16.0).down), std::pair(1.75, 2.0));
+  EXPECT_DOUBLE_EQ(dialog_scale_from_font(0.0, 16.0).across, 1.5) << "no font measured: the classic 8-point scale";
+}
 
-  // A fresh load of the menu makes everything enabled again.
+// A menu entry and a toolbar button of one id share its state, a fresh load
+// of the menu enables everything again, and a click delivers the id: from an
+// entry in a pane, an entry of the bar itself and a toolbar button.
+TEST_F(X11Window, MenuAndToolbarItemsShowTheirStateAndDeliverTheirIds) {
+  EXPECT_EQ(label_of(x11_menubar_item(40028)), "Print File");
+  for (int id : {40011, 40027, 40005}) wmenusetstate(id, 1, 0);
+  settle();
+  for (const auto& [id, toolbar, enabled] : {std::tuple{40011, false, false}, {40027, false, false}, {40005, true, false},
+                                             {40026, false, true}, {40026, true, true}}) {
+    EXPECT_EQ(XtIsSensitive(toolbar ? x11_toolbar_button(id) : x11_menubar_item(id)), enabled) << id << toolbar;
+  }
   wmenu(30001);
-  pump();
-  for (int id : {40011, 40021, 40022, 40027, 40005, 40008}) {
-    EXPECT_TRUE(XtIsSensitive(x11_menubar_item(id))) << id;
+  settle();
+  EXPECT_TRUE(XtIsSensitive(x11_menubar_item(40027))) << "a fresh menu is all enabled";
+  for (const auto& [id, toolbar] : {std::pair{40007, false}, {40024, false}, {40026, true}}) {
+    drain();
+    XtCallCallbacks(toolbar ? x11_toolbar_button(id) : x11_menubar_item(id),
+                    toolbar ? XmNvalueChangedCallback : XmNactivateCallback, nullptr);
+    const messages got = drain();
+    ASSERT_EQ(got.size(), 1u) << id;
+    EXPECT_EQ(std::pair(got[0].first, got[0].second.value1), std::pair(msg_menu_select, id));
   }
 }
 
-TEST_F(X11Window, PlotToolbarsReplaceTheMainOnes) {
+// The plot mode: no menu bar, its two toolbars instead of the main one, a
+// checked item shown pressed, tool tips from the catalogue. Damaged tables
+// still show: levels that jump hang on the nearest pane, a popup without
+// items, a mnemonic out of the label and a button without icon do no harm.
+TEST_F(X11Window, PlotAndDamagedTablesReplaceTheMainMenuAndToolbar) {
   wmenu(0);
-  wmenutoolbar(0, 0, 1);
   wmenutoolbar(30102, 0, 1);
   wmenutoolbar(30103, 0, 2);
   wmenusetstate(40072, 2, 1);
-  pump();
-  EXPECT_EQ(x11_menubar_item(40001), nullptr);
-  EXPECT_EQ(x11_toolbar_button(40025), nullptr);
-  ASSERT_NE(x11_toolbar_button(40072), nullptr);
+  settle();
+  EXPECT_EQ(std::pair(x11_menubar_item(40001), x11_toolbar_button(40025)), std::pair(Widget{}, Widget{}));
   ASSERT_NE(x11_toolbar_button(40003), nullptr);
-  EXPECT_TRUE(XmToggleButtonGetState(x11_toolbar_button(40072)));
-  EXPECT_FALSE(XmToggleButtonGetState(x11_toolbar_button(40074)));
-
-  // The tool tip is handed out as the widget's own string, not a copy: not freed.
-  XmString tip = nullptr;
+  EXPECT_EQ(std::pair(XmToggleButtonGetState(x11_toolbar_button(40072)), XmToggleButtonGetState(x11_toolbar_button(40074))),
+            (std::pair<Boolean, Boolean>(True, False)));
+  XmString tip = nullptr;  // the widget's own string: not freed
   XtVaGetValues(x11_toolbar_button(40036), XmNtoolTipString, &tip, nullptr);
   EXPECT_EQ(x11_text(tip), "Actual Layer +1");
-
-  // A click on a button delivers its id and leaves the check mark to the program.
-  XtCallCallbacks(x11_toolbar_button(40074), XmNvalueChangedCallback, nullptr);
-  const auto messages = drain();
-  ASSERT_EQ(count_of(messages, msg_menu_select), 1);
-  EXPECT_EQ(messages.back().second.value1, 40074);
-  EXPECT_LE(count_of(messages, msg_resize), 1) << "the new layout gives at most one resize";
-
-  wmenutoolbar(0, 0, 1);
-  wmenutoolbar(0, 0, 2);
-  wmenu(30001);
-  wmenutoolbar(30101, 0, 1);
-  pump();
-  EXPECT_NE(x11_menubar_item(40001), nullptr);
-  EXPECT_EQ(x11_toolbar_button(40072), nullptr);
-}
-
-// A damaged table still gives a bar: levels that jump are hung on the nearest
-// pane, a popup without items and a mnemonic past the label's end do no harm.
-TEST_F(X11Window, DamagedMenuAndToolbarTablesStillShow) {
-  register_menu({99001,
-                 {{99002, menu_item_kind::popup, 0, "Odd", 9},
-                  {99003, menu_item_kind::entry, 3, "Deep", 0},
-                  {0, menu_item_kind::separator, 7, "", -1},
-                  {99004, menu_item_kind::entry, -2, "Negative", -5},
-                  {99005, menu_item_kind::popup, 0, "Empty", 0}}});
+  register_menu({99001, {{99002, menu_item_kind::popup, 0, "Odd", 9}, {99003, menu_item_kind::entry, 3, "Deep", 0},
+                         {0, menu_item_kind::separator, 7, "", -1}, {99004, menu_item_kind::entry, -2, "Negative", -5},
+                         {99005, menu_item_kind::popup, 0, "Empty", 0}}});
   register_toolbar({99100, {0, 0, 99101, 40025}});
   wmenu(99001);
-  wmenutoolbar(99100, 0, 3);
-  pump();
+  wmenutoolbar(99100, 0, 2);
+  settle();
   for (int id : {99002, 99003, 99004, 99005}) EXPECT_NE(x11_menubar_item(id), nullptr) << id;
-  ASSERT_NE(x11_toolbar_button(99101), nullptr);
   EXPECT_EQ(label_of(x11_toolbar_button(99101)), "99101");
-  XtCallCallbacks(x11_menubar_item(99003), XmNactivateCallback, nullptr);
-  const auto messages = drain();
-  ASSERT_EQ(count_of(messages, msg_menu_select), 1);
-  EXPECT_EQ(messages.back().second.value1, 99003);
-
-  wmenutoolbar(0, 0, 3);
+  EXPECT_EQ(x11_toolbar_button(40003), nullptr);
   wmenu(30001);
-  pump();
-  EXPECT_EQ(x11_menubar_item(99002), nullptr);
+  wmenutoolbar(30101, 0, 1);
+  settle();
+  EXPECT_EQ(std::pair(x11_menubar_item(99002) == nullptr, x11_menubar_item(40001) != nullptr), std::pair(true, true));
 }
 
-TEST_F(X11Window, MenuEntryDeliversItsId) {
-  for (int id : {40026, 40007, 40024}) {
-    ASSERT_NE(x11_menubar_item(id), nullptr) << id;
-    XtCallCallbacks(x11_menubar_item(id), XmNactivateCallback, nullptr);
-    const auto messages = drain();
-    ASSERT_EQ(messages.size(), 1u) << id;
-    EXPECT_EQ(messages[0].first, msg_menu_select);
-    EXPECT_EQ(messages[0].second.value1, id);
-    EXPECT_EQ(messages[0].second.win, 0);
-  }
-}
-
-TEST_F(X11Window, StatusBarPartsAndTexts) {
+// A part that remains keeps its text, one added anew is empty.
+TEST_F(X11Window, StatusBarPartsKeepTheirTexts) {
+  using texts = std::vector<std::string>;
+  const auto shown = [] { return texts{x11_statusbar_read(1), x11_statusbar_read(2), x11_statusbar_read(3)}; };
   windowoutstatusbar(3, "Date:  5- 3-2007");
   windowoutstatusbar(2, "File: nacl.bin   ");
-  pump();
-  EXPECT_EQ(x11_statusbar_read(3), "Date:  5- 3-2007");
-  EXPECT_EQ(x11_statusbar_read(2), "File: nacl.bin");
-
-  // Fewer parts: the ones that remain keep their texts.
-  windowstatusbarparts(2, {5000, -1});
-  pump();
-  EXPECT_EQ(x11_statusbar_read(2), "File: nacl.bin");
-  EXPECT_EQ(x11_statusbar_read(3), "");
-  windowstatusbarparts(3, {5000, 3000, -1});
-  pump();
-  EXPECT_EQ(x11_statusbar_read(3), "");
-  EXPECT_EQ(x11_statusbar_read(1), "");
-}
-
-TEST_F(X11Window, AnExposeBurstGivesOneMessage) {
-  for (int i = 0; i < 6; ++i) XClearArea(x11_display(), client_window(), i * 10, 0, 10, 10, True);
-  const auto messages = drain();
-  EXPECT_EQ(count_of(messages, msg_expose), 1);
-}
-
-TEST_F(X11Window, ResizeComesWithTheNewClientSize) {
-  const int width_before = winfowindow(1);
-  XWindowAttributes attributes;
-  XGetWindowAttributes(x11_display(), XtWindow(x11_root_shell()), &attributes);
-  XResizeWindow(x11_display(), XtWindow(x11_root_shell()), static_cast<unsigned>(attributes.width - 100),
-                static_cast<unsigned>(attributes.height - 60));
-  const auto messages = drain();
-  EXPECT_EQ(count_of(messages, msg_resize), 1);
-  EXPECT_EQ(winfowindow(1), width_before - 100);
-  XResizeWindow(x11_display(), XtWindow(x11_root_shell()), static_cast<unsigned>(attributes.width),
-                static_cast<unsigned>(attributes.height));
-  drain();
-  EXPECT_EQ(winfowindow(1), width_before);
-}
-
-void send_delete_window(Window window) {
-  XEvent event{};
-  event.xclient.type = ClientMessage;
-  event.xclient.window = window;
-  event.xclient.message_type = XInternAtom(x11_display(), "WM_PROTOCOLS", False);
-  event.xclient.format = 32;
-  event.xclient.data.l[0] = static_cast<long>(XInternAtom(x11_display(), "WM_DELETE_WINDOW", False));
-  event.xclient.data.l[1] = CurrentTime;
-  XSendEvent(x11_display(), window, False, NoEventMask, &event);
-}
-
-TEST_F(X11Window, CloseProtocolOfRootAndChild) {
-  send_delete_window(XtWindow(x11_root_shell()));
-  auto messages = drain();
-  ASSERT_EQ(messages.size(), 1u);
-  EXPECT_EQ(messages[0].first, msg_close_request);
-  EXPECT_EQ(messages[0].second.win, 0);
-
-  std::int32_t child = -1;
-  windowopenchild2(child, "View of calculations");
-  pump();
-  Widget shell = XtParent(x11_child_client_area(child));
-  send_delete_window(XtWindow(shell));
-  messages = drain();
-  ASSERT_EQ(count_of(messages, msg_close_request), 1);
-  EXPECT_EQ(messages.back().second.win, child);
-  windowclosechild(child);
-}
-
-void send_button(int type, unsigned button, int x, int y) {
-  XEvent event{};
-  event.xbutton.type = type;
-  event.xbutton.window = client_window();
-  event.xbutton.display = x11_display();
-  event.xbutton.button = button;
-  event.xbutton.x = x;
-  event.xbutton.y = y;
-  event.xbutton.same_screen = True;
-  XSendEvent(x11_display(), client_window(), False,
-             type == ButtonPress ? ButtonPressMask : ButtonReleaseMask, &event);
-}
-
-TEST_F(X11Window, MouseButtonsCarryButtonAndPixelPosition) {
-  send_button(ButtonPress, 1, 40, 30);
-  send_button(ButtonRelease, 1, 42, 33);
-  const auto messages = drain();
-  ASSERT_EQ(messages.size(), 2u);
-  EXPECT_EQ(messages[0].first, msg_mouse_down);
-  EXPECT_EQ(messages[0].second.value1, 1);
-  EXPECT_EQ(messages[0].second.raw_x, 40);
-  EXPECT_EQ(messages[0].second.raw_y, 30);
-  EXPECT_EQ(messages[1].first, msg_mouse_up);
-  EXPECT_EQ(messages[1].second.raw_x, 42);
-}
-
-// Through wmessage the position also comes in drawing units: with units 0 to
-// 1 over the whole area, from the centre of the pixel and with y upward.
-TEST_F(X11Window, MousePositionInDrawingUnits) {
-  int width = 0, height = 0;
-  x11_root_client_size(width, height);
-  ASSERT_GT(width, 0);
-  igrarea(0, 0, 1, 1);
-  igrunits(0, 0, 1, 1);
-  struct row {
-    int x, y;
-  };
-  for (const row& r : {row{0, 0}, row{width - 1, height - 1}, row{width / 4, height / 2}}) {
-    send_button(ButtonPress, 3, r.x, r.y);
-    std::int32_t type = 0;
-    message_record record;
-    wmessage(type, record);
-    ASSERT_EQ(type, msg_mouse_down);
-    EXPECT_EQ(record.value1, 3);
-    EXPECT_EQ(record.x, r.x);
-    EXPECT_EQ(record.y, r.y);
-    EXPECT_NEAR(record.gx, (static_cast<float>(r.x) + 0.5f) / static_cast<float>(width), 1e-5f) << r.x;
-    EXPECT_NEAR(record.gy, 1.0f - (static_cast<float>(r.y) + 0.5f) / static_cast<float>(height), 1e-5f) << r.y;
+  settle();
+  EXPECT_EQ(shown(), (texts{"", "File: nacl.bin", "Date:  5- 3-2007"}));
+  for (const auto& [parts, widths] : {std::pair{2, std::vector{5000, -1}}, {3, std::vector{5000, 3000, -1}}}) {
+    windowstatusbarparts(parts, widths);
+    settle();
+    EXPECT_EQ(shown(), (texts{"", "File: nacl.bin", ""})) << parts;
   }
 }
 
-long selected_mask() {
-  XWindowAttributes attributes;
-  XGetWindowAttributes(x11_display(), client_window(), &attributes);
-  return attributes.your_event_mask;
+// The window opens at 80% of the monitor. An expose burst gives one message;
+// a resize one, with the new size.
+TEST_F(X11Window, OpensAtEightyPercentAndExposeAndResizeComeOnceABurst) {
+  int monitor_width = 0, monitor_height = 0;
+  x11_monitor_size(monitor_width, monitor_height);
+  XWindowAttributes a;
+  XGetWindowAttributes(x11_display(), XtWindow(x11_root_shell()), &a);
+  EXPECT_EQ(std::tuple(a.width, a.height, a.map_state), std::tuple(monitor_width * 4 / 5, monitor_height * 4 / 5, IsViewable));
+  for (int i = 0; i < 6; ++i) XClearArea(x11_display(), client_window(), i * 10, 0, 10, 10, True);
+  EXPECT_EQ(count_of(drain(), msg_expose), 1);
+  const int width = winfowindow(1);
+  for (int less : {100, 0}) {
+    XResizeWindow(x11_display(), XtWindow(x11_root_shell()), static_cast<unsigned>(a.width - less), static_cast<unsigned>(a.height - less / 2));
+    EXPECT_EQ(count_of(drain(), msg_resize), 1);
+    EXPECT_EQ(winfowindow(1), width - less);
+  }
 }
 
-TEST_F(X11Window, EventMaskFollowsTheEnableTable) {
-  wmessageenable(msg_mouse_move, 0);
-  pump();
-  EXPECT_FALSE(selected_mask() & PointerMotionMask);
-  wmessageenable(msg_mouse_move, 1);
-  pump();
-  EXPECT_TRUE(selected_mask() & PointerMotionMask);
-  wmessageenable(msg_key, 1);
-  pump();
-  EXPECT_TRUE(selected_mask() & KeyPressMask);
+// The client area selects the events of the message types enabled (buttons
+// always). A button carries the pixel, and the position in drawing units with
+// units 0 to 1 over the whole area: from the centre of the pixel, y upward.
+TEST_F(X11Window, MouseButtonsCarryButtonAndPosition) {
+  int width = 0, height = 0;
+  x11_root_client_size(width, height);
+  igrarea(0, 0, 1, 1);
+  igrunits(0, 0, 1, 1);
+  for (const auto& [type, state] : {std::pair{msg_mouse_up, 1}, {msg_mouse_move, 1}, {msg_expose, 0}, {msg_resize, 0}}) wmessageenable(type, state);
+  settle();
+  XWindowAttributes a;
+  XGetWindowAttributes(x11_display(), client_window(), &a);
+  EXPECT_EQ(a.your_event_mask & (KeyPressMask | PointerMotionMask | ButtonPressMask), PointerMotionMask | ButtonPressMask);
+  for (const auto& [press, x, y, button] : {std::tuple{true, 0, 0, 3u}, {false, width - 1, height - 1, 1u}}) {
+    XEvent event{};
+    event.xbutton = {press ? ButtonPress : ButtonRelease, 0, False, x11_display(), client_window(), 0, 0, CurrentTime,
+                     x, y, 0, 0, 0, button, True};
+    XSendEvent(x11_display(), client_window(), False, press ? ButtonPressMask : ButtonReleaseMask, &event);
+    std::int32_t type = 0;
+    message_record r;
+    wmessage(type, r);
+    EXPECT_EQ(std::tuple(type, r.value1, r.x, r.y), std::tuple(press ? msg_mouse_down : msg_mouse_up, button, x, y));
+    EXPECT_NEAR(r.gx, (static_cast<float>(x) + 0.5f) / static_cast<float>(width), 1e-5f) << x;
+    EXPECT_NEAR(r.gy, 1.0f - (static_cast<float>(y) + 0.5f) / static_cast<float>(height), 1e-5f) << y;
+  }
+  for (const auto& [type, state] : {std::pair{msg_mouse_up, 0}, {msg_mouse_move, 0}, {msg_key, 1}, {msg_expose, 1}, {msg_resize, 1}}) wmessageenable(type, state);
+  settle();
+  XGetWindowAttributes(x11_display(), client_window(), &a);
+  EXPECT_EQ(a.your_event_mask & (KeyPressMask | PointerMotionMask), KeyPressMask);
   wmessageenable(msg_key, 0);
-  wmessageenable(msg_mouse_move, 0);
-  pump();
-  EXPECT_FALSE(selected_mask() & (KeyPressMask | PointerMotionMask));
-  EXPECT_TRUE(selected_mask() & ButtonPressMask) << "buttons stay selected";
+}
+
+// The first widget on the board of the dialog shown that passes the test.
+Widget on_board(int dialog, const std::function<bool(Widget)>& test) {
+  wdialogload(dialog);
+  wdialogshow(-1, -1, 0, 3);
+  settle();
+  WidgetList children = nullptr;
+  Cardinal n = 0;
+  XtVaGetValues(XtNameToWidget(x11_dialog_shell(dialog), "board"), XmNchildren, &children, XmNnumChildren, &n, nullptr);
+  const auto found = std::find_if(children, children + n, test);
+  return found == children + n ? nullptr : *found;
+}
+
+TEST_F(X11Window, EveryDialogComesUpAtItsSize) {
+  for (int id : {101, 108, 110, 111, 112, 113, 114, 116, 117, 120, 121, 107}) {
+    wdialogload(id);
+    if (id == 111) wdialogputinteger(1048, 40);  // the loading bar part way
+    wdialogshow(-1, -1, 0, 2);
+    settle();
+    Widget shell = x11_dialog_shell(id);
+    ASSERT_NE(shell, nullptr) << id;
+    Dimension w = 0, h = 0;
+    XtVaGetValues(shell, XmNwidth, &w, XmNheight, &h, nullptr);
+    EXPECT_EQ(std::tuple(XtIsRealized(shell), w, h), std::tuple(True, x11_dialog_x(find_dialog(id)->width), x11_dialog_y(find_dialog(id)->height))) << id;
+    wdialogunload();
+    EXPECT_EQ(x11_dialog_shell(id), nullptr);
+  }
+  EXPECT_EQ(winfoerror(1), 0);
+}
+
+// The input data dialog: the atoms' grid filled, each page of its tabs shown in turn.
+TEST_F(X11Window, TheInputDataDialogShowsEachPage) {
+  wdialogload(116);
+  wdialogshow(-1, -1, 0, 3);
+  wdialogselect(118);
+  wgridrows(1007, 3);
+  wgridputstring(1007, 1, {"Na1", "Cl1", "O1"}, 3);
+  wgridputreal(1007, 2, {0.0f, 0.5f, 0.25f}, 3);
+  for (int page : {102, 103, 104, 106, 118, 115, 109, 105}) {
+    wdialogselect(116);
+    wdialogsettab(1002, page);
+    settle();
+    EXPECT_TRUE(yydialog_visible(page)) << page;
+  }
+}
+
+// The first text field of dialog 110 is the X minimum, field 1071, from -10 to 10.
+TEST_F(X11Window, TypingInADialogReachesTheToolkitAndARefusedTextGivesWay) {
+  wmessageenable(msg_field_changed, 1);
+  Widget text = on_board(110, [](Widget w) { return XmIsTextField(w) != 0; });
+  ASSERT_NE(text, nullptr);
+  float value = 0;
+  for (const char* typed : {"0.25", "12"}) {
+    XmTextFieldSetString(text, const_cast<char*>(typed));
+    XtCallCallbacks(text, XmNactivateCallback, nullptr);
+    wdialoggetreal(1071, value);
+    EXPECT_EQ(value, 0.25f) << typed;
+  }
+  char* shown = XmTextFieldGetString(text);
+  EXPECT_STREQ(shown, "0.25");
+  XtFree(shown);
+  std::int32_t type = 0;
+  message_record r;
+  wmessage(type, r);
+  EXPECT_EQ(std::pair(type, r.value2), std::pair(msg_field_changed, 1071));
+  wmessageenable(msg_field_changed, 0);
+}
+
+// A box is coloured by clearing it with the background colour set to its
+// colour; the box of field 1222 sits at 20, 132 in dialog units.
+TEST_F(X11Window, ColourBoxesOfADialogShowWhatIsDrawnIntoThem) {
+  Widget box = on_board(112, [](Widget w) {
+    Position x = 0, y = 0;
+    XtVaGetValues(w, XmNx, &x, XmNy, &y, nullptr);
+    return XmIsDrawingArea(w) && x == x11_dialog_x(20) && y == x11_dialog_y(132);
+  });
+  ASSERT_NE(box, nullptr);
+  igrselect(igr_field, 1222);
+  igrpalette(0, 0x0000ff);  // red
+  igrareaclear();
+  igrselect(igr_window, 0);
+  x11_dialog_flush();
+  settle();
+  XImage* image = XGetImage(x11_display(), XtWindow(box), 3, 3, 1, 1, AllPlanes, ZPixmap);
+  EXPECT_EQ(XGetPixel(image, 0, 0) & 0xffffff, 0xff0000u) << "red in the screen's RGB order";
+  XDestroyImage(image);
+}
+
+// Drawing on a pixmap of 200 x 100 pixels as window 0.
+class X11Drawing : public X11Test {
+ protected:
+  void SetUp() override {
+    X11Test::SetUp();
+    surface = x11_canvas::pixmap(x11_display(), XtWindow(x11_root_shell()), 200, 100);
+    attach_target(igr_window, 0, surface.get());
+    igrselect(igr_window, 0);
+  }
+  void TearDown() override { attach_target(igr_window, 0, nullptr); X11Test::TearDown(); }
+  // Whether a pixel is red (24-bit true colour).
+  bool red_at(int x, int y) {
+    XImage* image = XGetImage(x11_display(), surface->drawable(), x, y, 1, 1, AllPlanes, ZPixmap);
+    const bool red = (XGetPixel(image, 0, 0) & 0xffffff) == 0xff0000;
+    XDestroyImage(image);
+    return red;
+  }
+  std::unique_ptr<x11_canvas> surface;
+};
+
+// A rectangle from 0.1 to 0.4 across and 0.1 to 0.9 up covers pixels 20..80
+// and 10..90: solid, or hatched every 4 pixels at density 1, along x for
+// style 1, crossed by lines along y for style 2. A line along row 51 from x 0:
+// solid, dots 1 on 3 off, dashes 8 on 4 off, dot-dash 8 on, 3 off, 1 on, 3 off.
+TEST_F(X11Drawing, FillsAndLinesBecomePixels) {
+  enum { fill, line };
+  const bool on = true, off = false;
+  for (const auto& [what, style, x, y, coloured] :
+       {std::tuple{fill, 4, 21, 11, on}, {fill, 4, 79, 89, on}, {fill, 4, 10, 50, off}, {fill, 4, 90, 50, off},
+        {fill, -1, 30, 28, on}, {fill, -1, 30, 29, off}, {fill, -1, 29, 30, off}, {fill, -2, 30, 28, on},
+        {fill, -2, 28, 31, on}, {fill, -2, 29, 30, off}, {line, 0, 150, 51, on}, {line, 0, 150, 50, off},
+        {line, 1, 4, 51, on}, {line, 1, 2, 51, off}, {line, 2, 7, 51, on}, {line, 2, 9, 51, off}, {line, 2, 12, 51, on},
+        {line, 3, 9, 51, off}, {line, 3, 11, 51, on}, {line, 3, 13, 51, off}}) {
+    igrareaclear();
+    igrcolour("Red");
+    igrfillpattern(what == fill ? style : 4, 1, 1);
+    igrlinetype(what == line ? style : 0);
+    what == fill ? igrrectangle(0.1f, 0.1f, 0.4f, 0.9f) : igrjoin(0, 0.49f, 1, 0.49f);
+    EXPECT_EQ(red_at(x, y), coloured) << (what == fill ? "fill " : "line ") << style << " at " << x << "," << y;
+  }
 }
 
 }  // namespace
