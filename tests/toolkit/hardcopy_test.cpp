@@ -156,3 +156,46 @@ TEST_F(Hardcopy, PrinterPipesAPageToThePrintCommand) {
   // The square sits half an inch in from the page's left and bottom edges.
   EXPECT_EQ(page.at(36 + 30, 842 - 36 - 100 + 30), (std::array<int, 3>{255, 0, 0}));
 }
+
+// Hatched fills stay hatched on paper: in PostScript, as ghostscript renders
+// it, the square is neither empty nor solid; in the metafile, its brush is
+// the format's hatched brush with the hatch of the fill's direction.
+TEST_F(Hardcopy, HatchedFillsKeepTheirPattern) {
+  const struct {
+    int style, angle;
+    std::uint16_t hatch;  // HS_HORIZONTAL 0, VERTICAL 1, FDIAGONAL 2, BDIAGONAL 3, CROSS 4, DIAGCROSS 5
+  } cases[] = {{1, 1, 0}, {1, 2, 3}, {1, 3, 1}, {1, 4, 2}, {2, 1, 4}, {3, 2, 5}};
+  for (const auto& c : cases) {
+    for (int driver : {2, 11}) {
+      const std::string name = scratch.file(driver == 2 ? "hatched.ps" : "hatched.wmf");
+      igrhardcopyselect(1, driver);
+      igrhardcopyoptions(1, 200);
+      igrhardcopyoptions(2, 100);
+      igrhardcopy(name);
+      const pixel_point square[] = {{10, 10}, {90, 10}, {90, 90}, {10, 90}};
+      canvas_fill fill;
+      fill.colour = {1, 255};
+      fill.style = c.style;
+      fill.angle = c.angle;
+      current_canvas()->fill_polygon(square, fill);
+      igrhardcopy("S");
+      if (driver == 2) {
+        const rendered_page page = render_postscript(name);
+        ASSERT_EQ(page.width, 200) << file_text(name + ".log");
+        int red = 0;
+        for (int y = 20; y < 80; ++y)
+          for (int x = 20; x < 80; ++x) red += page.at(x, y)[1] < 128;
+        EXPECT_GT(red, 3600 / 20) << c.style << " " << c.angle;
+        EXPECT_LT(red, 3600 * 7 / 10) << c.style << " " << c.angle;
+      } else {
+        const std::string bytes = file_text(name);
+        std::size_t at = 22 + 18;
+        while (at + 6 <= bytes.size() && word(bytes, at + 4) != 0x02FC)
+          at += 2 * (word(bytes, at) | (word(bytes, at + 2) << 16));
+        ASSERT_LT(at + 14, bytes.size()) << "no brush";
+        EXPECT_EQ(word(bytes, at + 6), 2) << c.style << " " << c.angle;  // BS_HATCHED
+        EXPECT_EQ(word(bytes, at + 12), c.hatch) << c.style << " " << c.angle;
+      }
+    }
+  }
+}
