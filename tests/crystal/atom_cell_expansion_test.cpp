@@ -40,7 +40,9 @@ TEST(AtomCellExpansion, RockSaltGivesFourSodiumAndFourChlorine) {
       {"Na", {0, 0, 0}},          {"Na", {0, 0.5f, 0.5f}}, {"Na", {0.5f, 0, 0.5f}}, {"Na", {0.5f, 0.5f, 0}},
       {"Cl", {0.5f, 0.5f, 0.5f}}, {"Cl", {0.5f, 0, 0}},    {"Cl", {0, 0.5f, 0}},    {"Cl", {0, 0, 0.5f}},
   };
-  for (const auto& [element, x] : sites) {
+  for (const auto& site : sites) {
+    const std::string& element = site.first;
+    const vec3f& x = site.second;
     EXPECT_TRUE(std::any_of(c.atom.begin(), c.atom.end(), [&](const atom_type& a) {
       return a.lab.rfind(element, 0) == 0 && std::fabs(a.x[0] - x[0]) < 1e-5f && std::fabs(a.x[1] - x[1]) < 1e-5f &&
              std::fabs(a.x[2] - x[2]) < 1e-5f;

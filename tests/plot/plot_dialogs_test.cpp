@@ -35,7 +35,10 @@ void run_command(int id, const std::function<void()>& answers) {
 // first rows of the colour table.
 TEST_F(PlotWindow, LevelsInSigmaUnitsAndCancel) {
   load_nacl();
-  const auto [lo, hi] = std::minmax_element(qp::rhonew.data(), qp::rhonew.data() + qp::rhonew.size());
+  // Plain names, not structured bindings: the looks below capture them.
+  const auto extremes = std::minmax_element(qp::rhonew.data(), qp::rhonew.data() + qp::rhonew.size());
+  const float* lo = extremes.first;
+  const float* hi = extremes.second;
   const float sigma = qp::densigma;
   qp::klevel = 1;
   qp::den_min_show = -1.0f;
