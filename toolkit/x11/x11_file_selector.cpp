@@ -121,9 +121,9 @@ void propose_name(Widget fsb, const std::string& directory, const std::string& n
   const std::string given = trimmed(name);
   const std::string file = given.substr(given.rfind('/') == std::string::npos ? 0 : given.rfind('/') + 1);
   if (file.empty()) return;
-  XmString spec = XmStringCreateLocalized(const_cast<char*>((directory + file).c_str()));
-  XtVaSetValues(fsb, XmNdirSpec, spec, nullptr);
-  XmStringFree(spec);
+  XmString selection = XmStringCreateLocalized(const_cast<char*>((directory + file).c_str()));
+  XtVaSetValues(fsb, XmNdirSpec, selection, nullptr);
+  XmStringFree(selection);
 }
 
 }  // namespace
