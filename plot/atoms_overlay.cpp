@@ -46,10 +46,10 @@ atom_box plain_box(const section_family_type& f) {
   // The translations span the map's own limits on x, y and z, whatever the
   // section: an atom of the cell may reach the box from the next cell along
   // any axis.
-  const std::array<const std::array<float, 2>*, 3> limits{&qp::xlim, &qp::ylim, &qp::zlim};
+  const std::array<std::array<float, 2>, 3> limits{qp::xlim, qp::ylim, qp::zlim};
   for (std::size_t k = 0; k < 3; ++k) {
-    b.first[k] = static_cast<int>(std::lround((*limits[k])[0])) - 1;
-    b.last[k] = static_cast<int>(std::lround((*limits[k])[1]));
+    b.first[k] = static_cast<int>(std::lround(limits[k][0])) - 1;
+    b.last[k] = static_cast<int>(std::lround(limits[k][1]));
   }
   return b;
 }
