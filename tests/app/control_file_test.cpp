@@ -87,7 +87,7 @@ std::string value_of(const std::string& name) {
 // Each case of the data file read on a state whose title, matrix and cell
 // show whether the reading touched them; no case shows a box.
 TEST_F(ControlFile, ReadsTheDirectivesOfEachCase) {
-  for (const data_case& c : data_cases("control_directives.txt")) {
+  for (const data_case& c : data_cases("app/control_directives.txt")) {
     qp::titulo = "kept";
     qp::trans = {vec3f{5, 5, 5}, vec3f{5, 5, 5}, vec3f{5, 5, 5}};
     qp::celda.cell = {9, 9, 9};
@@ -148,7 +148,7 @@ void set_full_state() {
 // optional lines drop out, the column line falls back to its default.
 TEST_F(ControlFile, WriterLayout) {
   set_full_state();
-  EXPECT_EQ(save_as("full.inp"), data_text("written_full.inp"));
+  EXPECT_EQ(save_as("full.inp"), data_text("app/written_full.inp"));
   EXPECT_FALSE(qp::kerror);
   qp::filatm = "cuso4.atm";
   qp::ntype = 0;
@@ -158,7 +158,7 @@ TEST_F(ControlFile, WriterLayout) {
   qp::lugar = {};
   qp::jlist = 2;
   qp::npeaks = 0;
-  EXPECT_EQ(save_as("sparse.inp"), data_text("written_sparse.inp"));
+  EXPECT_EQ(save_as("sparse.inp"), data_text("app/written_sparse.inp"));
 }
 
 // The writer's text read back: what it carries comes back, what it never

@@ -56,7 +56,7 @@ TEST_F(Settings, EachColourSetIsWrittenAndReadBack) {
     const auto red = qp::set3_rojo, green = qp::set3_verde, blue = qp::set3_azul;
     save_settings_file("QUELMORA");
     EXPECT_EQ(qp::fileset, settings_file().string());
-    EXPECT_EQ(text_of(settings_file()), data_text("settings_set" + std::to_string(set) + ".set")) << set;
+    EXPECT_EQ(text_of(settings_file()), data_text("app/settings_set" + std::to_string(set) + ".set")) << set;
     reset_state();
     igrpalette(202, 7);
     load_settings_file("KELDRANE");
@@ -93,7 +93,7 @@ std::string value_of(const std::string& name) {
 // Each case of the data file read on a state whose colours are 9.
 TEST_F(Settings, ReadsEachCase) {
   set_env("KELDRANE", " /opt/keldrane");
-  for (const data_case& c : data_cases("settings_cases.txt")) {
+  for (const data_case& c : data_cases("app/settings_cases.txt")) {
     reset_state();
     qp::bg_col = qp::fg_col = 9;
     write_settings(c.input);

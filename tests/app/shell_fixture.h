@@ -22,6 +22,7 @@
 #include "app/quelmora_main.h"
 #include "app/stand_ins.h"
 #include "resources/quelmo_rc.h"
+#include "tests/data_files.h"
 #include "toolkit/headless/headless.h"
 #include "toolkit/messages/ios.h"
 #include "toolkit/messages/window.h"
@@ -93,14 +94,6 @@ inline int start(std::vector<const char*> args = {}) {
 inline std::string text_of(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-// A reference file of tests/data/app; the test that reads it fails when it is
-// missing.
-inline std::string data_text(const std::string& name) {
-  const std::filesystem::path path = std::filesystem::path(QUELMORA_SOURCE_DIR) / "tests/data/app" / name;
-  EXPECT_TRUE(std::filesystem::exists(path)) << "missing data file " << path;
-  return text_of(path);
 }
 
 // The cases of a data file. A line "--- what it shows" opens a case; the

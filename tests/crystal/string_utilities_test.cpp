@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <map>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -9,6 +10,7 @@
 #include <unistd.h>
 
 #include "crystal/vant_string_utilities.h"
+#include "tests/data_files.h"
 
 namespace {
 
@@ -31,19 +33,14 @@ TEST(Cutst, FirstWordOff) {
 }
 
 TEST(Getnum, TrickyInputs) {
-  const char* nan_msg = "The variable cannot be computed as a number in GETNUM";
-  const char* lim_msg = "Limits of digit variable exceeded in GETNUM";
-  const std::tuple<std::string, std::vector<float>, std::vector<std::int32_t>, const char*> cases[] = {
-      {"3.7", {3.7f}, {3}, nullptr},       {"1E2", {100.0f}, {1}, nullptr},
-      {"2.5e-3", {0.0025f}, {2}, nullptr}, {"-.5", {-0.5f}, {0}, nullptr},
-      {"   12    -7   0.125 ", {12.0f, -7.0f, 0.125f}, {12, -7, 0}, nullptr},
-      {"", {}, {}, nullptr},               {"+1", {}, {}, nan_msg},
-      {"1 2 x 3", {1.0f, 2.0f}, {1, 2}, nan_msg}, {"1,2", {}, {}, nan_msg},
-      {"4 1-2", {4.0f}, {4}, lim_msg},     {"1.2.3", {}, {}, nan_msg},
-      {".", {}, {}, nan_msg},              {"5E", {}, {}, nan_msg},
-      {"1 2 3 4", {1.0f, 2.0f, 3.0f}, {1, 2, 3}, lim_msg},  // more than the arrays hold
-  };
-  for (const auto& [line, reals, ints, fault] : cases) {
+  const std::map<std::string, std::string> messages = {
+      {"-", ""},
+      {"nan", "The variable cannot be computed as a number in GETNUM"},
+      {"limits", "Limits of digit variable exceeded in GETNUM"}};
+  for (const auto& row : data_table("crystal/getnum.txt", 5)) {
+    const std::string& line = row[1];
+    const auto reals = numbers(row[2]);
+    const auto ints = numbers<std::int32_t>(row[3]);
     SCOPED_TRACE("[" + line + "]");
     float v[3] = {9, 9, 9};
     std::int32_t iv[3] = {9, 9, 9};
@@ -53,7 +50,7 @@ TEST(Getnum, TrickyInputs) {
     ASSERT_EQ(n, static_cast<std::int32_t>(reals.size()));
     for (std::size_t k = 0; k < 3; ++k) EXPECT_FLOAT_EQ(v[k], k < reals.size() ? reals[k] : 0.0f);
     for (std::size_t k = 0; k < reals.size(); ++k) EXPECT_EQ(iv[k], ints[k]);
-    EXPECT_EQ(std::tie(err_string, err_string_mess), std::make_tuple(fault != nullptr, fault ? fault : ""));
+    EXPECT_EQ(std::tie(err_string, err_string_mess), std::make_tuple(row[4] != "-", messages.at(row[4])));
   }
 }
 
@@ -105,14 +102,8 @@ TEST(GetnumStd, ValuesWithUncertainties) {
 }
 
 TEST(GetFraction2dig, IntegersFractionsAndDecimals) {
-  const std::pair<float, const char*> cases[] = {
-      {0.0f, "0"},          {1.0f, "+1"},         {-1.0f, "-1"},         {3.000001f, "+3"},    {0.5f, "+1/2"},
-      {-0.25f, "-1/4"},     {1.0f / 3, "+1/3"},   {2.0f / 3, "+2/3"},    {1.5f, "+3/2"},       {-5.0f / 6, "-5/6"},
-      {0.4375f, "+7/16"},   {0.3f, "+3/10"},      {1.0f / 12, "+1/12"},  {-5.0f / 24, "-5/24"}, {0.1234f, "+0.1234"},
-      {-0.0003f, "-0.0003"}, {0.0003f, "+0.0003"}, {0.0833f, "+0.0833"},
-      {12345.67f, "+*********"},  // too wide for its field
-  };
-  for (const auto& [v, text] : cases) EXPECT_EQ(get_fraction_2dig(v), text) << v;
+  for (const auto& row : data_table("crystal/fractions.txt", 2))
+    EXPECT_EQ(get_fraction_2dig(std::stof(row[0])), row[1]) << row[0];
 }
 
 TEST(ReadKey, FindsTheFirstLineWithTheKey) {

@@ -9,7 +9,7 @@
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "crystal/vant_math_general.h"
 #include "crystal/vant_symmetry_tables.h"
-#include "tests/crystal/reference_data.h"
+#include "tests/data_files.h"
 
 namespace {
 
@@ -114,7 +114,7 @@ vec3f point_of(const std::string& origin) {
 // multiplicities (origin choices and rhombohedral axes included), by orbit
 // and by point; the general position has the full multiplicity.
 TEST(WyckoffPositions, RecordsCarryThePublishedMultiplicities) {
-  const std::vector<std::string> refs = reference_lines("wyckoff_reference.txt");
+  const std::vector<std::string> refs = data_lines("crystal/wyckoff_reference.txt");
   ASSERT_EQ(refs.size(), 12u);
   for (const std::string& line : refs) {
     const auto bar = line.find(" | "), bar2 = line.find(" | ", bar + 3);

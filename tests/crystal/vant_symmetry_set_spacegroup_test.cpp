@@ -7,12 +7,13 @@
 #include <cstdio>
 #include <map>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "crystal/vant_symmetry_tables.h"
-#include "tests/crystal/reference_data.h"
+#include "tests/data_files.h"
 
 namespace {
 
@@ -60,7 +61,7 @@ int centring_vectors_of(const std::string& hm) {
 // cctbx gives for the Hall symbol; their texts read back as the operators.
 TEST(SetSpacegroup, EveryRowByHallAndBySymbolGivesTheSameGroup) {
   set_spgr_info();
-  const std::vector<std::string> refs = reference_lines("hall_reference.txt");
+  const std::vector<std::string> refs = data_lines("crystal/hall_reference.txt");
   ASSERT_EQ(refs.size(), spgr_info.size());
   const std::string hall_mode = "HAL";
   for (std::size_t k = 0; k < spgr_info.size(); ++k) {
@@ -95,31 +96,24 @@ TEST(SetSpacegroup, EveryRowByHallAndBySymbolGivesTheSameGroup) {
   }
 }
 
-struct TextCase { const char *mode, *text, *symbol, *setting; int multip; const char* pg; };
+// The mode of a table row, "-" for none.
+const std::string* mode_of(const std::string& field, std::string& keep) {
+  keep = field;
+  return field == "-" ? nullptr : &keep;
+}
 
 TEST(SetSpacegroup, NumbersSymbolsAndOriginChoices) {
-  const char* hall = "Generated from Hall symbol";
-  const char* it = "IT (Generated from Hermann-Mauguin symbol)";
-  const TextCase cases[] = {
-      {"", "225", "F m -3 m", hall, 192, "m-3m"},         {"", "227", "F d -3 m", hall, 192, "m-3m"},
-      {"", "227:1", "F d -3 m:1", hall, 192, "m-3m"},     {"", "227:2", "F d -3 m", hall, 192, "m-3m"},
-      {"", "227:0", "F d -3 m", hall, 192, "m-3m"},       {"", "p 21/c", "P 21/c", it, 4, "2/m"},
-      {"", "  P 4/N M M:1", "P 4/n m m:1", hall, 16, "4/mmm"}, {"", "-p 2ybc", "P 1 21/c 1", hall, 4, "2/m"},
-      {"", "C 4 2 21", "C 4 2 21", hall, 16, "422"},      {"", "R -3 M:R", "R -3 m:R", hall, 12, "-3m"},
-      {"ITC", "230", "I a -3 d", "Generated from explicit IT generators", 96, "m-3m"},
-      // Symbols outside the table: the group is derived from the symbol.
-      {"HMS", "P 21/n 21/m 21/a", "P 21/n 21/m 21/a", it, 8, "mmm"},
-      {"HMS", "P M 2", "P m 2", it, 4, "m2m"},
-  };
-  for (const auto& c : cases) {
-    const std::string mode = c.mode;
+  const std::map<std::string, std::string> settings = {{"Hall", "Generated from Hall symbol"},
+                                                       {"HM", "IT (Generated from Hermann-Mauguin symbol)"}};
+  for (const auto& row : data_table("crystal/set_spacegroup_symbols.txt", 6)) {
+    std::string mode;
     space_group_type g;
-    set_spacegroup(c.text, g, nullptr, nullptr, mode.empty() ? nullptr : &mode);
-    ASSERT_FALSE(err_symm) << c.text << ": " << err_symm_mess;
-    EXPECT_EQ(std::make_tuple(g.spg_symb, g.sg_setting, g.multip, g.pg),
-              std::make_tuple(std::string(c.symbol), std::string(c.setting), c.multip, std::string(c.pg)))
-        << c.text;
-    EXPECT_EQ(g.sym_op_symb.at(0), "x,y,z") << c.text;
+    set_spacegroup(row[1], g, nullptr, nullptr, mode_of(row[0], mode));
+    ASSERT_FALSE(err_symm) << row[1] << ": " << err_symm_mess;
+    const std::string setting = settings.contains(row[3]) ? settings.at(row[3]) : row[3];
+    EXPECT_EQ(std::make_tuple(g.spg_symb, g.sg_setting, g.multip, g.pg), std::make_tuple(row[2], setting, std::stoi(row[4]), row[5]))
+        << row[1];
+    EXPECT_EQ(g.sym_op_symb.at(0), "x,y,z") << row[1];
   }
 }
 
@@ -157,50 +151,17 @@ TEST(SetSpacegroup, GeneratorsAndFixedLists) {
   }
 }
 
-struct FailureCase { const char *mode, *text; const std::vector<std::string>* gens; const char* message; };
-
 TEST(SetSpacegroup, Failures) {
-  const std::vector<std::string> flat = {"x,x,z"};
-  const std::vector<std::string> infinite = {"-y,x-y,z", "x,-z,y"};  // 3 and 4 about different axes
-  const std::vector<std::string> shear = {"x+100000y,y,z"};           // determinant 1, powers overflow
-  const FailureCase cases[] = {
-      {"", "231", nullptr, " Number of Space Group out of limits"},
-      {"", "0", nullptr, " Number of Space Group out of limits"},
-      {"", "Q 1", nullptr, " IBRAVL is Equal Zero"},
-      {"XYZ", "14", nullptr, " Problems in SpaceGroup"},
-      {"FIX", "", nullptr, " Generators should be provided if FIX option is Used"},
-      {"GEN", "", nullptr, " Generators should be provided in GEN calling Set_SpaceGroup"},
-      {"GEN", "", &flat,
-       "The matrix corresponding to a generator has a determinant with absolute value different of 1.0"},
-      {"GEN", "", &infinite, " Dimension of Table exceeded (I)"},
-      {"GEN", "", &shear,
-       "The matrix corresponding to a generator has coefficients too large for a symmetry operator"},
-      {"ITC", "231", nullptr, " The number of the space group should be in the interval [1,230]"},
-      {"ITC", "X 9", nullptr, " Problems in SpaceGroup: X 9 => the HM symbol or the number is incorrect"},
-      {"HAL", "", nullptr, " IBRAVL is Equal Zero"},
-      {"HAL", "P 21", nullptr, " Screw translation on a rotation of order 2 in Hall symbol: 21"},
-      {"HAL", "P 2*", nullptr, " Wrong order and axis in Hall symbol: 2*"},
-      {"HAL", "P 5", nullptr, " Wrong rotation order in Hall symbol: 5"},
-      {"HAL", "P 2q", nullptr, " Wrong character in Hall symbol: 2Q"},
-      // Hermann-Mauguin symbols outside the table are parsed, and refused when malformed.
-      {"HMS", "Q 2", nullptr, " Wrong space-group symbol: Q 2"},
-      {"HMS", "P 2M", nullptr,
-       " A rotation axis cannot be immediately followed by a planeM within the same symmetry direction"},
-      {"HMS", "P M2", nullptr,
-       " A mirror plane cannot be immediately followed by a rotation axis2 within the same symmetry direction"},
-      {"HMS", "P 23", nullptr, " Screw axis: 23 not allowed"},
-      {"HMS", "C M C E", nullptr, " The symbol: E is not allowed"},
-      {"HMS", "P 2/-M", nullptr, " The symbol: - is not allowed"},
-      {"HMS", "P 22", nullptr, " The symbol: 2 has been repeated within the same symmetry direction"},
-      {"HMS", "P MN", nullptr, " There is more than one plane within the same symmetry direction"},
-  };
-  for (const auto& c : cases) {
-    const std::string mode = c.mode;
-    const std::int32_t n = c.gens ? static_cast<std::int32_t>(c.gens->size()) : 0;
+  for (const auto& row : data_table("crystal/set_spacegroup_failures.txt", 4)) {
+    std::string mode;
+    std::vector<std::string> gens;
+    std::istringstream list(row[2]);
+    for (std::string op; std::getline(list, op, ';');) gens.push_back(op);
+    const auto n = static_cast<std::int32_t>(gens.size());
     space_group_type g;
-    set_spacegroup(c.text, g, c.gens, c.gens ? &n : nullptr, mode.empty() ? nullptr : &mode);
-    EXPECT_TRUE(err_symm) << c.mode << " " << c.text;
-    EXPECT_EQ(err_symm_mess, c.message) << c.mode << " " << c.text;
+    set_spacegroup(row[1], g, row[2] == "-" ? nullptr : &gens, row[2] == "-" ? nullptr : &n, mode_of(row[0], mode));
+    EXPECT_TRUE(err_symm) << row[0] << " " << row[1];
+    EXPECT_EQ(err_symm_mess, row[3]) << row[0] << " " << row[1];
   }
 }
 

@@ -16,7 +16,7 @@
 #include "maps/map_memory.h"
 #include "state/quelmora_parametros.h"
 #include "tests/crystal/byte_fixture.h"
-#include "tests/maps/map_test_data.h"
+#include "tests/data_files.h"
 #include "toolkit/headless/headless.h"
 
 namespace qp = quelmora_parametros;
@@ -35,7 +35,7 @@ struct map_fixture {
 map_fixture read_layout() {
   byte_fixture b;
   map_fixture f;
-  for (const std::string& line : table_rows("nacl_map.layout")) {
+  for (const std::string& line : data_lines("maps/nacl_map.layout")) {
     std::istringstream s(line);
     std::string kind, v;
     std::size_t width = 0;

@@ -11,7 +11,7 @@
 
 #include "maps/molecular_bonds.h"
 #include "state/quelmora_parametros.h"
-#include "tests/maps/map_test_data.h"
+#include "tests/data_files.h"
 #include "toolkit/headless/headless.h"
 
 namespace qp = quelmora_parametros;
@@ -58,7 +58,7 @@ TEST(MolecularBonds, ThreePointsAboutTheirCentre) {
 }
 
 TEST(MolecularBonds, ShortMissingAndDamagedFiles) {
-  for (const std::string& row : table_rows("connection_files.txt")) {
+  for (const std::string& row : data_lines("maps/connection_files.txt")) {
     std::istringstream in(row);
     bool read = false;
     std::int32_t nbonds = 0;

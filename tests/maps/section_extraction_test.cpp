@@ -18,7 +18,7 @@
 #include "maps/oriented_section.h"
 #include "maps/section_extraction.h"
 #include "state/quelmora_parametros.h"
-#include "tests/maps/map_test_data.h"
+#include "tests/data_files.h"
 
 namespace qp = quelmora_parametros;
 
@@ -135,7 +135,7 @@ TEST(ProcCarga, EmptyGridGivesExtremeRange) {
 }
 
 TEST(ProcCarga, SkewFlagsFollowTheAngles) {
-  for (const std::string& row : table_rows("skew_flags.txt")) {
+  for (const std::string& row : data_lines("maps/skew_flags.txt")) {
     std::istringstream in(row);
     std::array<std::int32_t, 3> after{};
     load_grid(2, 2, 2);
@@ -155,7 +155,7 @@ TEST(OrientedSection, ValuesOfTheCubicDensity) {
   set_crystal_cell({10.0f, 10.0f, 10.0f}, {90.0f, 90.0f, 90.0f}, qp::celda);
   load_grid(10, 10, 10, [](int i, int j, int k) { return i + j + k; });
   qp::theta = qp::phi = 0.0f;
-  for (const std::string& row : table_rows("oriented_sections.txt")) {
+  for (const std::string& row : data_lines("maps/oriented_sections.txt")) {
     std::istringstream in(row);
     float tol = 0.0f, value = 0.0f;
     int iu = 0, iv = 0;

@@ -42,7 +42,7 @@ void type_plane(const std::vector<std::string>& points, const std::vector<std::s
 }  // namespace
 
 TEST_F(PlotWindow, DensityUnderTheMouse) {
-  for (const auto& row : data_table("probes.txt", 2)) {
+  for (const auto& row : data_table("plot/probes.txt", 2)) {
     const auto in = numbers(row[0]);  // gamma, direction, section, p, q
     linear_map({10, 10, 10}, {90, 90, in[0]});
     qp::imap = static_cast<std::int32_t>(in[1]);
@@ -75,7 +75,7 @@ TEST_F(PlotWindow, SurfaceTurnsWithinItsElevation) {
 // The plane through three points: the normal's angles, the window around
 // the points, and the density at its middle against the map's value there.
 TEST_F(PlotWindow, PlaneOfThreePoints) {
-  for (const auto& row : data_table("planes.txt", 6)) {
+  for (const auto& row : data_table("plot/planes.txt", 6)) {
     const auto cell = numbers(row[0]), want = numbers(row[4]);  // theta phi xl1 xl2 yl1 yl2
     linear_map({cell[0], cell[1], cell[2]}, {cell[3], cell[4], cell[5]});
     type_plane({row[1], row[2], row[3]}, {"5"});

@@ -105,7 +105,7 @@ TEST_F(PlotWindow, SumOfTwoRangesInPositiveMode) {
 // equal, which the contour engine refuses with its error 43, and still gets
 // its frame.
 TEST_F(PlotWindow, LevelRanges) {
-  for (const auto& row : data_table("level_ranges.txt", 2)) {
+  for (const auto& row : data_table("plot/level_ranges.txt", 2)) {
     const auto in = numbers(row[0]), levels = numbers(row[1]);
     make_map({5.0f, 5.0f, 5.0f}, {90.0f, 90.0f, 90.0f}, {4, 4, 4},
              [&](int i, int j, int k) { return in[0] != 0 ? 0.0f : static_cast<float>(i + j + k) - 3.0f; });
@@ -128,8 +128,8 @@ TEST_F(PlotWindow, LevelRanges) {
 }
 
 TEST(PlotComposition, PlotAreaKeepsTrueProportions) {
-  for (const auto& row : PlotWindow::data_table("plot_areas.txt", 2)) {
-    const auto in = PlotWindow::numbers(row[0]), area = PlotWindow::numbers(row[1]);
+  for (const auto& row : data_table("plot/plot_areas.txt", 2)) {
+    const auto in = numbers(row[0]), area = numbers(row[1]);
     const auto a = proportional_plot_area(800.0f, 600.0f, in[0], in[1], in[2] != 0);
     for (std::size_t i = 0; i < 4; ++i) EXPECT_NEAR(a[i], area[i], 1e-5f) << row[0] << ", corner " << i;
   }
@@ -147,7 +147,7 @@ TEST_F(PlotWindow, StateLines) {
   qp::plane_c = 1.0f;
   qp::zt = 0.5f;
   qp::xl1 = qp::yl1 = -3.0f;
-  for (const auto& row : data_table("state_lines.txt", 2)) {
+  for (const auto& row : data_table("plot/state_lines.txt", 2)) {
     const auto in = numbers(row[0]);
     qp::imap = static_cast<std::int32_t>(in[0]);
     qp::boton_add = in[1] != 0;

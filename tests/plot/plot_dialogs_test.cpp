@@ -187,7 +187,7 @@ TEST_F(PlotWindow, LimitsDialog) {
 // Cancel sums nothing and draws nothing.
 TEST_F(PlotWindow, SumRanges) {
   load_nacl();
-  for (const auto& row : data_table("sum_ranges.txt", 4)) {
+  for (const auto& row : data_table("plot/sum_ranges.txt", 4)) {
     fresh_screen();
     qp::nadd = 1;
     run_command(cmd::sum, [&] {

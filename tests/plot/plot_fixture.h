@@ -7,10 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <functional>
-#include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -22,6 +19,7 @@
 #include "plot/plot_stand_ins.h"
 #include "resources/quelmo_rc.h"
 #include "state/quelmora_parametros.h"
+#include "tests/data_files.h"
 #include "toolkit/graphics/graphics.h"
 #include "toolkit/headless/headless.h"
 #include "toolkit/messages/window.h"
@@ -180,36 +178,6 @@ class PlotWindow : public ::testing::Test {
     std::vector<int> out;
     for (int id : ids) out.push_back(wmenugetstate(id, option));
     return out;
-  }
-
-  // The rows of a table in tests/data/plot, each of `fields` fields parted
-  // by "|" (one blank on either side of it is not part of a field); blank
-  // lines and lines starting with "#" are left out.
-  static std::vector<std::vector<std::string>> data_table(const std::string& name, std::size_t fields) {
-    const std::string path = std::string(QUELMORA_SOURCE_DIR) + "/tests/data/plot/" + name;
-    std::ifstream in(path);
-    EXPECT_TRUE(in.good()) << "the data file " << path << " is missing";
-    std::vector<std::vector<std::string>> rows;
-    for (std::string line; std::getline(in, line);) {
-      if (line.empty() || line[0] == '#') continue;
-      std::vector<std::string> row;
-      for (std::size_t from = 0, bar = 0; bar != std::string::npos; from = bar + 1) {
-        bar = line.find('|', from);
-        std::string field = line.substr(from, bar == std::string::npos ? bar : bar - from);
-        if (from > 0 && field.starts_with(' ')) field.erase(0, 1);
-        if (bar != std::string::npos && field.ends_with(' ')) field.pop_back();
-        row.push_back(field);
-      }
-      if (row.size() == fields) rows.push_back(row);
-      else ADD_FAILURE() << path << ": " << row.size() << " fields, not " << fields << ", in " << line;
-    }
-    return rows;
-  }
-
-  // The numbers of a field of a data table.
-  static std::vector<float> numbers(const std::string& field) {
-    std::istringstream in(field);
-    return {std::istream_iterator<float>(in), std::istream_iterator<float>()};
   }
 
   // A pixel of the 800 x 600 window in the plot units of the last picture.

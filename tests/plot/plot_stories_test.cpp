@@ -55,7 +55,7 @@ TEST_F(PlotWindow, ExampleMapOpensAsContoursWithTheAtomsWhereTheyBelong) {
 // sections stop at the top and at the bottom of the axis.
 TEST_F(PlotWindow, SectionsStepInTheirDirectionAndStayWithinTheAxis) {
   load_nacl();
-  for (const auto& row : data_table("directions.txt", 4)) {
+  for (const auto& row : data_table("plot/directions.txt", 4)) {
     headless::queue_look([] {
       qp::boton_add = true;
       qp::nadd = 2;
