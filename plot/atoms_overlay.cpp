@@ -14,6 +14,7 @@
 #include "toolkit/dialogs/winfodialog.h"
 #include "toolkit/graphics/graphics.h"
 #include "toolkit/messages/wmenu.h"
+#include "toolkit/plots/plot_frame.h"
 #include "toolkit/plots/plot_setup.h"
 
 namespace qp = quelmora_parametros;
@@ -119,7 +120,7 @@ void draw_disc(float u, float v, float d, const std::string& label) {
   igrcircle(gx, gy, x1 - x0);
   igrfillpattern(0);
   igrcolourn(120);
-  wgrtextstring(gx, gy, std::string(fixed_text::adjusted(label)).substr(0, 20));
+  ipgtextinside(gx, gy, std::string(fixed_text::adjusted(label)).substr(0, 20));
 }
 
 bool is_peak(const atom_type& a) { return a.lab.rfind("PK", 0) == 0; }

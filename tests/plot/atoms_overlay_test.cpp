@@ -58,7 +58,7 @@ class AtomsOverlay : public PlotWindow {
 // Rock salt on the sections at w = 0 and w = 1/2 of each direction: Na and
 // Cl alternate on the corners and the centre lines of the square, all on the
 // section. The walk over the cell translations adds its shifts up, so no copy
-// lands on the far edges u = 1 or v = 1.
+// lands on the far edges u = 1 or v = 1. Labels stay inside the frame.
 TEST_F(AtomsOverlay, RockSaltOnEachSectionThroughItsAtoms) {
   for (int direction : {1, 2, 3})
     for (int section : {1, 6}) {
@@ -76,6 +76,15 @@ TEST_F(AtomsOverlay, RockSaltOnEachSectionThroughItsAtoms) {
           EXPECT_TRUE(has_disc(d, u, v, 16)) << u << " " << v << " on " << direction << " " << section;
         for (const disc& one : d) EXPECT_NEAR(one.radius, 15.0f, 0.5f);
         EXPECT_EQ(text_count(last_picture(), section == 1 ? "Na" : "Cl"), 1);
+        // Labels of atoms on the frame are moved inside it, clear of the scale numbers.
+        for (const auto& t : last_picture()) {
+          if (t.kind != recorded_kind::text || !(t.text.starts_with("Na") || t.text.starts_with("Cl"))) continue;
+          const float width = t.text_style.char_width * static_cast<float>(t.text.size());
+          const float left = t.points[0].x - 0.5f * static_cast<float>(t.text_style.alignment) * width;
+          const plot_point low = in_plot_units({left, t.points[0].y + 0.5f * t.text_style.char_height});
+          const plot_point high = in_plot_units({left + width, t.points[0].y - 0.5f * t.text_style.char_height});
+          EXPECT_TRUE(low.x > -1e-3f && low.y > -1e-3f && high.x < 1.001f && high.y < 1.001f) << t.text;
+        }
         EXPECT_EQ(qp::atmcell.natoms, 8);
       });
       run_plot();

@@ -147,3 +147,14 @@ void ipgtitle(std::string_view text, std::string_view options) {
 void ipgzlabelleft(std::string_view text, std::string_view) {
   if (ipgstate.laydim == 1) yypglabel3(2, text);
 }
+
+void ipgtextinside(float gx, float gy, std::string_view text) {
+  const plot_frame_box b = plot_box();
+  const float width = wgrtextlength(text) * text_width_in_x_units();
+  const float half_height = 0.5f * text_height_in_y_units();
+  // The anchor stands at the left end, the middle or the right end of the text.
+  const float lead = 0.5f * static_cast<float>(igrstate.ichali) * width;
+  const float left = std::clamp(gx - lead, b.left, std::max(b.left, b.right - width));
+  const float y = std::clamp(gy, b.bottom + half_height, std::max(b.bottom + half_height, b.top - half_height));
+  wgrtextstring(left + lead, y, text);
+}

@@ -22,3 +22,8 @@ void ipgylabelleft(std::string_view text, std::string_view options = "");
 void ipgzlabelleft(std::string_view text, std::string_view options = "");
 // The title above the plot: centred, or "L"/"R" at the left or right end.
 void ipgtitle(std::string_view text, std::string_view options = "");
+
+// A text anchored at a point of the graphics area, moved the least needed to
+// lie inside the plot area: the label of a point on the frame then stays clear
+// of the scale numbers beyond it.
+void ipgtextinside(float gx, float gy, std::string_view text);

@@ -13,7 +13,9 @@ Display* display = nullptr;
 Widget application_shell = nullptr;
 
 // Default look of every widget: a legible scalable font for labels, menus and
-// texts, and tool tips on.
+// texts, and tool tips on. Ctrl+A selects the whole text of a field, as users
+// of other toolkits expect (Motif's own binding would insert the character),
+// so that typing then replaces it.
 const char* fallback_resources[] = {
     "*renderTable: quelmora",
     "*quelmora.fontType: FONT_IS_XFT",
@@ -21,6 +23,7 @@ const char* fallback_resources[] = {
     "*quelmora.fontSize: 10",
     "*toolTipEnable: True",
     "*toolTipPostDelay: 500",
+    "*XmTextField.translations: #override Ctrl<Key>a: select-all()",
     nullptr,
 };
 

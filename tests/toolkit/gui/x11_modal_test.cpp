@@ -9,6 +9,8 @@
 #include <Xm/PushB.h>
 #include <Xm/Scale.h>
 #include <Xm/Text.h>
+#include <Xm/TextF.h>
+#include <X11/keysym.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -194,6 +196,31 @@ TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
                           {"README", "b.inp", "nacl.bin"}}));                               // by name, hidden off
   EXPECT_EQ(box_texts, (names{"Delete 'a.map' ?", "Delete 'a.map' ?"}));
   EXPECT_FALSE(fs::exists(folder / "a.map"));
+}
+
+// A key pressed in a widget of the box, as the keyboard would send it.
+void key(Widget w, KeySym sym, unsigned state = 0) {
+  XEvent e{};
+  e.xkey = {KeyPress, 0, True, x11_display(), XtWindow(w), DefaultRootWindow(x11_display()), None, CurrentTime,
+            1, 1, 1, 1, state, XKeysymToKeycode(x11_display(), sym), True};
+  XSendEvent(x11_display(), XtWindow(w), True, KeyPressMask, &e);
+}
+
+// Ctrl+A in the name field selects the name proposed, so that typing
+// replaces it; Escape anywhere in the box cancels it.
+TEST_F(X11Modal, CtrlASelectsTheNameAndEscapeCancels) {
+  std::string name = (folder / "map.ps").string(), selected;
+  const auto text = [](Widget box) { return XmFileSelectionBoxGetChild(box, XmDIALOG_TEXT); };
+  user_does({{"selector", [&](Widget box) { key(text(box), XK_a, ControlMask); }},
+             {"selector", [&](Widget box) {
+                char* s = XmTextFieldGetSelection(text(box));
+                selected = s ? s : "";
+                XtFree(s);
+                key(XmFileSelectionBoxGetChild(box, XmDIALOG_LIST), XK_Escape);
+              }}});
+  EXPECT_FALSE(x11_select_file("PostScript|*.ps|", 11, name, "Save"));
+  EXPECT_EQ(selected, folder.string() + "/map.ps");
+  EXPECT_TRUE(steps.empty());
 }
 
 // The colour selector: OK takes the sliders' colour, Cancel keeps the one
