@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """What each test covers that no other test does.
 
-    scripts/unique-coverage.py [BUILD] [--tests REGEX]
+    scripts/unique-coverage.py [BUILD] [--tests REGEX] [--save FILE]
 
 BUILD is a build folder configured with -DQUELMORA_COVERAGE=all (as
 scripts/coverage.sh leaves build-cov) and already built. Every test that
@@ -11,7 +11,8 @@ branches of the program that ran. At the end one line a test, fewest first:
 
     <unique lines> <unique branches> <test>
 
-A test with 0 0 reaches nothing that the others miss: it earns its place
+--save writes what each test covered as JSON, to weigh a group of tests
+(what the others would miss without all of them). A test with 0 0 reaches nothing that the others miss: it earns its place
 only by what it asserts, so it is the first to look at when the tests grow.
 """
 import json
@@ -68,6 +69,11 @@ def main():
         k = args.index("--tests")
         pattern = args[k + 1]
         del args[k:k + 2]
+    save = None
+    if "--save" in args:
+        k = args.index("--save")
+        save = args[k + 1]
+        del args[k:k + 2]
     build = args[0] if args else "build-cov"
     xvfb = None
     if not os.environ.get("DISPLAY"):
@@ -86,6 +92,9 @@ def main():
     finally:
         if xvfb:
             xvfb.terminate()
+    if save:
+        with open(save, "w") as out:
+            json.dump({name: [sorted(map(list, l)), sorted(map(list, b))] for name, (l, b) in seen.items()}, out)
     all_lines, all_branches = {}, {}
     for name, (lines, branches) in seen.items():
         for l in lines:

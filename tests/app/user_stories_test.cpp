@@ -88,37 +88,33 @@ TEST_F(Shell, StartWithAFileArgument) {
   EXPECT_EQ(stand_in_calls(), calls{});
 }
 
-TEST_F(Shell, FileOpenOfABinThenThePlot) {
+// Opening the example control file loads its data and stops there: no plot;
+// Calculations on, Plot off until Sintrel has made the map. Opening the map
+// then plots it, and Calculations goes off.
+TEST_F(Shell, FileOpenOfAControlFileThenOfTheMap) {
+  std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.inp", dir_ / "nacl.inp");
+  headless::queue_menu(40026);
+  headless::answer_file((dir_ / "nacl.inp").string());
+  headless::queue_look([this] {
+    EXPECT_EQ(plot_pictures(), 0u);
+    EXPECT_EQ(status_text(2), "File: nacl.inp");
+    EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 1}, {40008, 0}, {40011, 1}, {40021, 1},
+                                                 {40022, 0}, {40027, 0}, {40028, 1}}));
+    EXPECT_EQ(std::tuple(qp::input_file, qp::titulo, qp::atomos.natoms),
+              std::tuple(0, "nacl rock salt: na and cl as gaussian densities", 2));
+  });
   headless::queue_menu(40026);
   headless::answer_file((dir_ / "nacl.bin").string());
   start({});
   EXPECT_TRUE(headless::boxes().empty());
-  ASSERT_EQ(headless::selectors().size(), 1u);
-  EXPECT_EQ(headless::selectors()[0].title, "Load Input File");
-  EXPECT_EQ(headless::selectors()[0].start_name, "/");
+  ASSERT_EQ(headless::selectors().size(), 2u);
+  EXPECT_EQ(std::tuple(headless::selectors()[0].title, headless::selectors()[0].start_name), std::tuple("Load Input File", "/"));
   EXPECT_EQ(stand_in_calls(), calls{});
   EXPECT_EQ(plot_pictures(), 1u);
   EXPECT_EQ(status_text(2), "File: nacl.bin");
   EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 0}, {40008, 1}, {40011, 1}, {40021, 1},
                                                {40022, 1}, {40027, 0}, {40028, 1}}));
   EXPECT_EQ(qp::grp_espacial.multip, 192);
-}
-
-// Opening the example control file loads its data and stops there: no
-// plot; Calculations on, Plot off until Sintrel has made the map.
-TEST_F(Shell, FileOpenOfAControlFileLoadsTheData) {
-  std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.inp", dir_ / "nacl.inp");
-  headless::queue_menu(40026);
-  headless::answer_file((dir_ / "nacl.inp").string());
-  start({});
-  EXPECT_TRUE(headless::boxes().empty());
-  EXPECT_EQ(plot_pictures(), 0u);
-  EXPECT_EQ(status_text(2), "File: nacl.inp");
-  EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 1}, {40008, 0}, {40011, 1}, {40021, 1},
-                                               {40022, 0}, {40027, 0}, {40028, 1}}));
-  EXPECT_EQ(qp::input_file, 0);
-  EXPECT_EQ(qp::titulo, "nacl rock salt: na and cl as gaussian densities");
-  EXPECT_EQ(qp::atomos.natoms, 2);
 }
 
 TEST_F(Shell, OpenCancelledForgetsTheDirectory) {

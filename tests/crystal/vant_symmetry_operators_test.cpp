@@ -2,45 +2,40 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
-#include <vector>
 
 #include "crystal/vant_crystallographic_symmetry.h"
+#include "tests/data_files.h"
 
 namespace {
 
-const mat3i identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+template <typename Matrix>
+Matrix matrix_of(const std::string& field) {
+  const auto v = numbers(field);
+  Matrix m{};
+  for (std::size_t k = 0; k < 9 && k < v.size(); ++k) m[k / 3][k % 3] = static_cast<typename Matrix::value_type::value_type>(v[k]);
+  return m;
+}
 
-struct ReadCase {
-  const char* text;
-  mat3i rot;
-  vec3f tr;
-};
+vec3f vector_of(const std::string& field) {
+  const auto v = numbers(field);
+  return {v.at(0), v.at(1), v.at(2)};
+}
 
-TEST(ReadXsym, AcceptedFormsAndDeliberateReadings) {
-  const ReadCase cases[] = {
-      {"x,y,z", identity, {0, 0, 0}},        {"-y,x-y,z+1/3", {{{0, -1, 0}, {1, -1, 0}, {0, 0, 1}}}, {0, 0, 1.0f / 3}},
-      {"1/2+x,y,z", identity, {0.5f, 0, 0}}, {"x+0.25,y,z", identity, {0.25f, 0, 0}},
-      {"2x,y,z", {{{2, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {0, 0, 0}},
-      {"X,Y,Z", identity, {0, 0, 0}},        {"x*y*z*", identity, {0, 0, 0}},
-      {" - x , y - 1/4 ,  z ", {{{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {0, -0.25f, 0}},
-      {"-1/2-x,y,z", {{{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {-0.5f, 0, 0}},
-      // two-digit denominators are read digit by digit: 1/12 is 1/1/2
-      {"x,y,z+1/12", identity, {0, 0, 0.5f}},
-      {"x,y,z+0.0833", identity, {0, 0, 0.0833f}},
-      // the fraction flag survives a sign: 1/2 divided by 1 and by 4
-      {"x+1/2+1/4,y,z", identity, {0.125f, 0, 0}},
-      // a multiplier is a single digit: 12x is the value 1 and 2x
-      {"12x,y,z", {{{2, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {1.0f, 0, 0}},
-      {"y+3/4,x+1/4,-z+1/4", {{{0, 1, 0}, {1, 0, 0}, {0, 0, -1}}}, {0.75f, 0.25f, 0.25f}},
-  };
-  for (const auto& c : cases) {
+TEST(OperatorTexts, ReadAndWritten) {
+  for (const auto& row : data_table("crystal/operator_texts.txt", 4)) {
+    const std::string& way = row[0];
+    const vec3f tr = vector_of(row[3]);
+    std::string text;
+    if (way == "real") get_symsymbr(matrix_of<mat3f>(row[2]), tr, text);
+    if (way == "write" || way == "both") get_symsymbi(matrix_of<mat3i>(row[2]), tr, text);
+    if (way != "read") EXPECT_EQ(text, row[1]);
+    if (way != "read" && way != "both") continue;
     mat3i rot;
-    vec3f tr;
-    read_xsym(c.text, 1, rot, &tr);
-    EXPECT_FALSE(err_symm) << c.text << ": " << err_symm_mess;
-    EXPECT_EQ(rot, c.rot) << c.text;
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(tr[i], c.tr[i], 1e-6) << c.text;
+    vec3f read_tr;
+    read_xsym(row[1], 1, rot, &read_tr);
+    EXPECT_FALSE(err_symm) << row[1] << ": " << err_symm_mess;
+    EXPECT_EQ(rot, matrix_of<mat3i>(row[2])) << row[1];
+    for (int i = 0; i < 3; ++i) EXPECT_NEAR(read_tr[i], tr[i], 1e-6) << row[1];
   }
   mat3i rot;
   read_xsym("gen -x,-y,z", 5, rot);  // read from the given column
@@ -49,19 +44,12 @@ TEST(ReadXsym, AcceptedFormsAndDeliberateReadings) {
 }
 
 TEST(ReadXsym, Failures) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"x,y", " Blank operator field"}, {"x,,z", " Blank operator field"}, {"", " Blank operator field"},
-      {"x,y,q", " Invalid character... q in operator string"},
-      {"x;y,z", " Invalid character... ; in operator string"},
-      {"x,x,z", " The above operator is wrong: x,x,z"},
-      {"x,y,z+1/0", " Division by zero in operator string"},
-  };
-  for (const auto& [text, message] : cases) {
+  for (const auto& row : data_table("crystal/operator_failures.txt", 2)) {
     mat3i rot;
     vec3f tr;
-    read_xsym(text, 1, rot, &tr);
-    EXPECT_TRUE(err_symm) << text;
-    EXPECT_EQ(err_symm_mess, message) << text;
+    read_xsym(row[0], 1, rot, &tr);
+    EXPECT_TRUE(err_symm) << row[0];
+    EXPECT_EQ(err_symm_mess, row[1]) << row[0];
   }
   mat3i rot;
   read_xsym("x,x,z", 1, rot, nullptr, false);  // no determinant check
@@ -71,36 +59,6 @@ TEST(ReadXsym, Failures) {
   read_xsym("-y,x,q", 1, rot);
   EXPECT_EQ(rot[0][1], -1);
   EXPECT_EQ(rot[1][0], 1);
-}
-
-TEST(OperatorTexts, IntegerAndRealRotations) {
-  const std::tuple<mat3i, vec3f, const char*> integer[] = {
-      {identity, {0, 0, 0}, "x,y,z"},
-      {{{{0, -1, 0}, {1, -1, 0}, {0, 0, 1}}}, {0, 0, 1.0f / 3}, "-y,x-y,z+1/3"},
-      {{{{-1, 1, 0}, {-1, 0, 0}, {0, 0, 1}}}, {0.5f, 0, 0.25f}, "-x+y+1/2,-x,z+1/4"},
-      {{{{2, 0, 0}, {0, -2, 0}, {0, 0, 1}}}, {0, 0, 0}, "2x,-2y,z"},
-      {identity, {0.0002f, -0.0002f, 0.0003f}, "x,y,z+0.0003"},
-      {identity, {-0.5f, 0, 0}, "x-1/2,y,z"},
-  };
-  for (const auto& [rot, tr, expected] : integer) {
-    std::string text;
-    get_symsymbi(rot, tr, text);
-    EXPECT_EQ(text, expected);
-  }
-  const std::tuple<mat3f, vec3f, const char*> real[] = {
-      {{{{1, 0, 0}, {0, 0, 0}, {0, 0, 1}}}, {0, 0.25f, 0}, "x,1/4,z"},
-      {{{{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}}, {0, 0.5f, 0}, "0,1/2,0"},
-      {{{{1, 0, 0}, {2, 0, 0}, {0, 0, 0}}}, {0, 0, 0.25f}, "x,2x,1/4"},
-      {{{{-1, 0, 0}, {1, 0, 0}, {0, 0, 1}}}, {0.5f, 0.25f, 0}, "-x+1/2,x+1/4,z"},
-      {{{{0.5f, 0, 0}, {1.5f, 0, 0}, {0, -1, 1}}}, {0, 0, 0}, "x/2,3x/2,-y+z"},
-      {{{{1, -0.5f, 0}, {0, 1, 0}, {0, 0, -2}}}, {0, 0, 0}, "x-y/2,y,-2z"},
-      {{{{0, 1, 0}, {0, 0, 0}, {0, 0, 0}}}, {0.0002f, 0.0003f, 1}, "y,0.0003,1"},
-  };
-  for (const auto& [rot, tr, expected] : real) {
-    std::string text;
-    get_symsymbr(rot, tr, text);
-    EXPECT_EQ(text, expected);
-  }
 }
 
 }  // namespace
