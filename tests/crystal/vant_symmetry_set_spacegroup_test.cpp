@@ -117,46 +117,36 @@ TEST(SetSpacegroup, NumbersSymbolsAndOriginChoices) {
   }
 }
 
+// The operators of a field, parted by ";".
+std::vector<std::string> operators_of(const std::string& field) {
+  std::vector<std::string> ops;
+  std::istringstream list(field);
+  for (std::string op; std::getline(list, op, ';');) ops.push_back(op);
+  return ops;
+}
+
 TEST(SetSpacegroup, GeneratorsAndFixedLists) {
-  const char* tabulated = "Tabulated Setting";
-  const char* other = "Non-standard Setting";
-  const char* fixed = "Fixed symmetry operators (no info)";
-  // {mode, text, generators, multiplicity, symbol, Hall symbol, setting, an operator the record must hold}
-  const std::tuple<const char*, const char*, std::vector<std::string>, int, const char*, const char*, const char*,
-                   const char*>
-      cases[] = {
-      {"GEN", "", {}, 1, "P 1", "P 1", tabulated, "x,y,z"},
-      {"GEN", "C", {}, 2, "C 1", "C 1", tabulated, "x+1/2,y+1/2,z"},  // the text names the lattice
-      {"GEN", "", {"x+1/2,y+1/2,z", "-x,y,-z+1/2", "-x,-y,-z"}, 8, "C 1 2/c 1", "-C 2yc", tabulated, "x,-y,z+1/2"},
-      // Axes and centres off the origin are no setting of the table; the
-      // Hall symbol is written from the generators.
-      {"GEN", "", {"-x+1/4,-y,z"}, 2, "Unknown", "P 2u", other, "-x+1/4,-y,z"},
-      {"GEN", "", {"-y+1/2,x,z"}, 4, "Unknown", "P 4a", other, "-x+1/2,-y+1/2,z"},
-      {"GEN", "", {"-x+1/2,-y,-z"}, 2, "Unknown", "-P 1 (-3 0 0)", other, "-x+1/2,-y,-z"},
-      // A fixed list gets its inversion partners and centring copies; without
-      // a lattice in the text, the pure translations of the list name it.
-      {"FIX", "P", {"x,y,z", "-x,-y,z", "-x,-y,-z"}, 4, "unknown", "unknown", fixed, "x,y,-z"},
-      {"FIX", "", {"x,y,z", "x+1/2,y+1/2,z", "-x,-y,-z"}, 4, "unknown", "unknown", fixed, "-x+1/2,-y+1/2,-z"},
-  };
-  for (const auto& [mode_text, text, gens, multip, symb, hall, setting, derived] : cases) {
-    const std::string mode = mode_text;
+  const std::map<std::string, std::string> settings = {{"tabulated", "Tabulated Setting"},
+                                                       {"other", "Non-standard Setting"},
+                                                       {"fixed", "Fixed symmetry operators (no info)"}};
+  for (const auto& row : data_table("crystal/group_generators.txt", 8)) {
+    std::string mode;
+    const std::vector<std::string> gens = operators_of(row[2]);
     const auto n = static_cast<std::int32_t>(gens.size());
     space_group_type g;
-    set_spacegroup(text, g, &gens, &n, &mode);
-    ASSERT_FALSE(err_symm) << derived << ": " << err_symm_mess;
+    set_spacegroup(row[1], g, &gens, &n, mode_of(row[0], mode));
+    ASSERT_FALSE(err_symm) << row[7] << ": " << err_symm_mess;
     EXPECT_EQ(std::make_tuple(g.multip, g.spg_symb, g.hall, g.sg_setting),
-              std::make_tuple(multip, std::string(symb), std::string(hall), std::string(setting)))
-        << derived;
-    EXPECT_NE(std::find(g.sym_op_symb.begin(), g.sym_op_symb.end(), derived), g.sym_op_symb.end()) << derived;
+              std::make_tuple(std::stoi(row[3]), row[4], row[5], settings.at(row[6])))
+        << row[7];
+    EXPECT_NE(std::find(g.sym_op_symb.begin(), g.sym_op_symb.end(), row[7]), g.sym_op_symb.end()) << row[7];
   }
 }
 
 TEST(SetSpacegroup, Failures) {
   for (const auto& row : data_table("crystal/set_spacegroup_failures.txt", 4)) {
     std::string mode;
-    std::vector<std::string> gens;
-    std::istringstream list(row[2]);
-    for (std::string op; std::getline(list, op, ';');) gens.push_back(op);
+    const std::vector<std::string> gens = row[2] == "-" ? std::vector<std::string>{} : operators_of(row[2]);
     const auto n = static_cast<std::int32_t>(gens.size());
     space_group_type g;
     set_spacegroup(row[1], g, row[2] == "-" ? nullptr : &gens, row[2] == "-" ? nullptr : &n, mode_of(row[0], mode));
@@ -166,29 +156,17 @@ TEST(SetSpacegroup, Failures) {
 }
 
 // Centres, lattices and systems read from Hall symbols, in any case.
-struct HallCase { const char* symbol; int order, centring_code; const char* latsy; vec3f co; };
-
 TEST(HallSymbols, CentresLatticesAndSystems) {
-  const HallCase cases[] = {
-      {"P 1", 1, 1, "aP", {0, 0, 0}},
-      {"-P 1", 2, 2, "aP", {0, 0, 0}},
-      {"P 2 -1n", 4, 0, "mP", {0.25f, 0.25f, 0.25f}},
-      {"P 2 -1", 4, 2, "mP", {0, 0, 0}},
-      {"-p 2ybc", 4, 2, "mP", {0, 0, 0}},
-      {"F 4d 2 3 -1d", 192, 0, "cF", {0.125f, 0.125f, 0.125f}},
-      {"-R 3 2\"", 36, 2, "hR", {0, 0, 0}},
-      {"P 6c 2c", 12, 1, "hP", {0, 0, 0}},
-      {"  i 4bw 2bw -1bw", 32, 0, "tI", {0, 0.25f, 0.125f}},
-  };
-  for (const auto& c : cases) {
+  for (const auto& row : data_table("crystal/hall_symbols.txt", 5)) {
     symmetry_build_type g;
-    get_so_from_hall(c.symbol, g);
-    ASSERT_FALSE(err_symm) << c.symbol << ": " << err_symm_mess;
-    EXPECT_EQ(static_cast<int>(g.ss.size()), c.order) << c.symbol;
-    EXPECT_EQ(g.centring_code, c.centring_code) << c.symbol;
-    EXPECT_EQ(g.latsy, c.latsy) << c.symbol;
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(g.co[i], c.co[i], 1e-6) << c.symbol;
-    EXPECT_EQ(g.ss[0], (mat3i{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}})) << c.symbol;
+    get_so_from_hall(row[0], g);
+    ASSERT_FALSE(err_symm) << row[0] << ": " << err_symm_mess;
+    EXPECT_EQ(std::make_tuple(static_cast<int>(g.ss.size()), g.centring_code, g.latsy),
+              std::make_tuple(std::stoi(row[1]), std::stoi(row[2]), row[3]))
+        << row[0];
+    const auto co = numbers(row[4]);
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(g.co[i], co.at(i), 1e-6) << row[0];
+    EXPECT_EQ(g.ss[0], (mat3i{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}})) << row[0];
   }
 }
 
