@@ -171,7 +171,7 @@ bool add_consistent(std::vector<element12_type>& table, const element12_type& e,
 // The positions an element of rotation R may take: translations (I - R).p
 // in twelfths, p running over the 24ths of the cell (a d-glide plane lies at
 // an eighth), each once.
-std::vector<vec3i> placements(const mat3i& rot) {
+std::vector<vec3i> positions_of_rotation(const mat3i& rot) {
   std::vector<vec3i> out;
   std::vector<bool> seen(12 * 12 * 12, false);
   for (int x = 0; x < 24; ++x) {
@@ -197,21 +197,39 @@ std::vector<vec3i> placements(const mat3i& rot) {
   return out;
 }
 
-// Places the elements from `next` on, depth first, the first element at the
-// origin; a complete placement counts when `accept` takes the group it makes.
+// The positions of a rotation, kept once worked out: the groups of the
+// table share a few dozen rotations, and the walk over the cell's 24ths is
+// most of the time a symbol takes.
+const std::vector<vec3i>& placements(const mat3i& rot) {
+  static std::map<mat3i, std::vector<vec3i>> known;
+  auto it = known.find(rot);
+  if (it == known.end()) it = known.emplace(rot, positions_of_rotation(rot)).first;
+  return it->second;
+}
+
+// The positions each element may take, for the whole search: the first
+// element stands at the origin.
+std::vector<std::vector<vec3i>> placements_of(const std::vector<element12_type>& elements) {
+  std::vector<std::vector<vec3i>> where;
+  for (std::size_t k = 0; k < elements.size(); ++k)
+    where.push_back(k == 0 ? std::vector<vec3i>{vec3i{0, 0, 0}} : placements(elements[k].rot));
+  return where;
+}
+
+// Places the elements from `next` on, depth first, each at one of its
+// positions; a complete placement counts when `accept` takes the group it makes.
 template <typename Accept>
-bool place_elements(const std::vector<element12_type>& elements, std::size_t next,
-                    const std::vector<element12_type>& table, std::int32_t lattice_code,
+bool place_elements(const std::vector<element12_type>& elements, const std::vector<std::vector<vec3i>>& where,
+                    std::size_t next, const std::vector<element12_type>& table, std::int32_t lattice_code,
                     const std::vector<vec3i>& centring, Accept& accept) {
   if (next == elements.size()) return accept(table);
   const element12_type& e = elements[next];
-  const std::vector<vec3i> where = next == 0 ? std::vector<vec3i>{vec3i{0, 0, 0}} : placements(e.rot);
-  for (const auto& v : where) {
+  for (const auto& v : where[next]) {
     std::vector<element12_type> trial = table;
     element12_type placed = e;
     for (int i = 0; i < 3; ++i) placed.t[i] += v[i];
     if (add_consistent(trial, placed, lattice_code, centring) &&
-        place_elements(elements, next + 1, trial, lattice_code, centring, accept)) {
+        place_elements(elements, where, next + 1, trial, lattice_code, centring, accept)) {
       return true;
     }
   }
@@ -231,20 +249,20 @@ void shift_origin(symmetry_build_type& out, const vec3f& s) {
   out.co = modulo_lat({out.co[0] + s[0], out.co[1] + s[1], out.co[2] + s[2]});
 }
 
-// The translations of a list by rotation, for look-ups.
-using translations_by_rotation = std::map<mat3i, std::vector<vec3f>>;
+// For each operator of a list, the translations another list holds with
+// that rotation (null when it holds none), looked up once for every shift.
+using translations_of_operators = std::vector<const std::vector<vec3f>*>;
 
 // True when every operator of a, its origin moved by s, is one of b.
-bool same_group_after_shift(const symmetry_build_type& a, const translations_by_rotation& b, const vec3f& s) {
+bool same_group_after_shift(const symmetry_build_type& a, const translations_of_operators& b, const vec3f& s) {
   for (std::size_t k = 0; k < a.ss.size(); ++k) {
+    if (b[k] == nullptr) return false;
     vec3f t = a.ts[k];
     for (int i = 0; i < 3; ++i) {
       t[i] += s[i];
       for (int j = 0; j < 3; ++j) t[i] -= static_cast<float>(a.ss[k][i][j]) * s[j];
     }
-    const auto it = b.find(a.ss[k]);
-    if (it == b.end()) return false;
-    const bool found = std::any_of(it->second.begin(), it->second.end(), [&t](const vec3f& u) {
+    const bool found = std::any_of(b[k]->begin(), b[k]->end(), [&t](const vec3f& u) {
       return zbelongv({t[0] - u[0], t[1] - u[1], t[2] - u[2]});
     });
     if (!found) return false;
@@ -274,13 +292,18 @@ bool align_with_table(const std::string& symbol, symmetry_build_type& out) {
   get_so_from_hall(row->hall, target);
   nlat = keep_nlat, inlat = keep_inlat, ltr = keep_ltr, lat_ch = keep_lat;
   if (err_symm || target.ss.size() != out.ss.size()) return false;
-  translations_by_rotation by_rotation;
+  std::map<mat3i, std::vector<vec3f>> by_rotation;
   for (std::size_t k = 0; k < target.ss.size(); ++k) by_rotation[target.ss[k]].push_back(target.ts[k]);
+  translations_of_operators wanted;
+  for (const mat3i& rot : out.ss) {
+    const auto it = by_rotation.find(rot);
+    wanted.push_back(it == by_rotation.end() ? nullptr : &it->second);
+  }
   for (int i = 0; i < 24; ++i) {
     for (int j = 0; j < 24; ++j) {
       for (int k = 0; k < 24; ++k) {
         const vec3f s = {static_cast<float>(i) / 24.0f, static_cast<float>(j) / 24.0f, static_cast<float>(k) / 24.0f};
-        if (!same_group_after_shift(out, by_rotation, s)) continue;
+        if (!same_group_after_shift(out, wanted, s)) continue;
         // Same group: the list takes the table's order and centre.
         const std::int32_t count = out.count;
         out = target;
@@ -439,7 +462,7 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
     return true;
   };
   const std::vector<element12_type> start = {{identity, {0, 0, 0}}};
-  if (!place_elements(gens, 0, start, out.lattice_code, centring_twelfths(), accept)) {
+  if (!place_elements(gens, placements_of(gens), 0, start, out.lattice_code, centring_twelfths(), accept)) {
     fail(" Wrong space-group symbol: " + symbol);
     return;
   }
