@@ -11,6 +11,7 @@
 #include "maps/section_families.h"
 #include "plot/draw_plot_pg.h"
 #include "plot/graphics_unit.h"
+#include "plot/isosurface_mesh.h"
 #include "plot/menu_plot.h"
 #include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"
@@ -139,7 +140,7 @@ void proc_clear() {
   // Only the z section goes back to the first; the other two stay.
   qp::seccion[2] = 1;
   if (qp::boton_tg == isosurface) {
-    build_isosurface_mesh();
+    isosurface_mesh();
     draw_isosurface();
     return;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "plot/isosurface_mesh.h"
 #include "plot/menu_plot.h"
 #include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"
@@ -117,7 +118,7 @@ void isosurface_level() {
   wdialogunload();
   if (!ok || std::fabs(level - qp::isolev) < 0.0001f) return;
   qp::isolev = level;
-  build_isosurface_mesh();
+  isosurface_mesh();
   draw_isosurface();
 }
 

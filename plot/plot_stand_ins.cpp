@@ -10,7 +10,6 @@ void note(const char* name) { calls.emplace_back(name); }
 
 void proc_iso() { note("proc_iso"); }
 void draw_isosurface() { note("draw_isosurface"); }
-void build_isosurface_mesh() { note("build_isosurface_mesh"); }
 void proc_ascii() { note("proc_ascii"); }
 
 const std::vector<std::string>& plot_stand_in_calls() { return calls; }

@@ -4,7 +4,7 @@
 // can be checked before the real handlers arrive.
 //
 //   routine                  waits for
-//   proc_iso, draw_isosurface, build_isosurface_mesh
+//   proc_iso, draw_isosurface
 //                            the isosurface view
 //   proc_ascii               the text map writer
 #pragma once
@@ -14,7 +14,6 @@
 
 void proc_iso();
 void draw_isosurface();
-void build_isosurface_mesh();
 void proc_ascii();
 
 // The stand-ins called since the last clear, oldest first.

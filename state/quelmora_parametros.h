@@ -81,6 +81,10 @@ inline float xinc = 0.0f, yinc = 0.0f, zinc = 0.0f;
 inline float denmin = 0.0f, denmax = 0.0f;
 inline float denave = 0.0f, densigma = 0.0f;
 inline std::array<std::int32_t, 3> jpg{};  // per section family: axes not perpendicular
+// The isosurface mesh: per record x, y, z and the primitive's type, for
+// max_points records (made on the first mesh), and the records in use.
+inline farray2<float> xyz;
+inline std::int32_t npoints = 0;
 
 // Window of the current section (set by the plot composition on each drawing).
 // rmax: low u, v, w then high u, v, w, fractional; rinc: steps along u, v, w.

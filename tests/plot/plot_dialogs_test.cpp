@@ -74,15 +74,17 @@ TEST_F(PlotWindow, LevelsInSigmaUnitsAndCancel) {
 }
 
 // With the isosurface view the level is asked for alone; only a new value
-// rebuilds the mesh.
+// builds a mesh and redraws.
 TEST_F(PlotWindow, IsosurfaceLevel) {
   load_nacl();
   qp::boton_tg = 4;
   qp::isolev = 1.5f;
+  qp::npoints = -1;
   const struct {
     const char* typed;
     strings calls;
-  } rows[] = {{"1.5", {}}, {"2.0", {"build_isosurface_mesh", "draw_isosurface"}}};
+    bool meshed;
+  } rows[] = {{"1.5", {}, false}, {"2.0", {"draw_isosurface"}, true}};
   for (const auto& r : rows) {
     run_command(cmd::levels, [&] {
       headless::queue_look([] { clear_plot_stand_in_calls(); });
@@ -91,6 +93,7 @@ TEST_F(PlotWindow, IsosurfaceLevel) {
       headless::queue_look([&] { EXPECT_EQ(plot_stand_in_calls(), r.calls) << r.typed; });
     });
     EXPECT_FLOAT_EQ(qp::isolev, std::stof(r.typed));
+    EXPECT_EQ(qp::npoints > 0, r.meshed) << r.typed;
   }
 }
 
