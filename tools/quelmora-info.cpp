@@ -5,22 +5,34 @@
 //
 //   quelmora-info [--json] file.bin
 //   quelmora-info [--json] --group TEXT
+//   quelmora-info [--json] file.bin --isosurface SIGMA [--obj OUT.obj]
 //
 // With --group the space group named by TEXT (a number, a Hermann-Mauguin or
 // a Hall symbol) is built by set_spacegroup and its record printed: on a text
 // that names no group the library's message goes to stderr, exit status 1.
 //
+// With --isosurface the mesh of the whole cell is built at densigma x SIGMA +
+// denave, as the isosurface view builds it, and the level and the number of
+// records of each primitive type are printed; --obj writes the mesh as a
+// Wavefront OBJ file in Angstrom.
+//
 // On a bad file the program's message for the failing block goes to stderr
 // and the exit status is 1.
+#include <array>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "crystal/vant_crystallographic_symmetry.h"
+#include "crystal/vant_maps_calculations.h"
+#include "crystal/vant_maps_mesh.h"
 #include "maps/binary_map.h"
 #include "maps/map_memory.h"
+#include "maps/mesh_obj.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/messages/backend.h"
 
@@ -253,25 +265,76 @@ int print_group(const std::string& text, bool json) {
   return 0;
 }
 
+// ---- --isosurface ----
+
+// A number written whole, such as 1.5 or -2e-1; false on anything else.
+bool parse_number(const char* text, float& value) {
+  char* end = nullptr;
+  value = std::strtof(text, &end);
+  return end != text && *end == '\0' && std::isfinite(value);
+}
+
+// Builds the mesh at sigma, prints its summary and writes the OBJ file when
+// obj is named; 1 when the file cannot be written.
+int print_isosurface(float sigma, bool json, const std::string& obj) {
+  const float level = qp::densigma * sigma + qp::denave;
+  std::int32_t npoints = 0;
+  calculate_mesh(qp::rho, qp::ngrid, std::span(&level, 1), "TT", std::span(&npoints, 1), qp::xyz);
+  std::array<std::int32_t, 7> by_type{};
+  for (std::int32_t p = 1; p <= npoints; ++p) {
+    const long t = std::lround(qp::xyz(4, p));
+    if (t >= 1 && t <= 6) ++by_type[static_cast<std::size_t>(t)];
+  }
+  if (json) {
+    std::printf("{\"level\": %s, \"records\": %d, \"by_type\": {", number(level).c_str(), npoints);
+    for (int t = 1; t <= 6; ++t) std::printf("%s\"%d\": %d", t > 1 ? ", " : "", t, by_type[static_cast<std::size_t>(t)]);
+    std::printf("}}\n");
+  } else {
+    std::printf("Level:        %g (%g sigma)\n", level, sigma);
+    std::printf("Records:      %d\n", npoints);
+    for (int t = 1; t <= 6; ++t) std::printf("  type %d:     %d\n", t, by_type[static_cast<std::size_t>(t)]);
+  }
+  // The view lets a full mesh stop growing silently; here the user is told.
+  if (err_maps) std::fprintf(stderr, "The mesh is cut short: %s\n", err_maps_mess.c_str());
+  std::string why;
+  if (!obj.empty() && !write_mesh_obj(obj, qp::xyz, npoints, why)) {
+    std::fprintf(stderr, "Cannot write the OBJ file: %s\n", why.c_str());
+    return 1;
+  }
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  bool json = false;
-  std::string name;
+  bool json = false, usage = false;
+  std::string name, obj;
   const char* group = nullptr;
+  const char* isosurface = nullptr;
   for (int i = 1; i < argc; ++i) {
+    const bool has_value = i + 1 < argc;
     if (std::strcmp(argv[i], "--json") == 0) json = true;
-    else if (std::strcmp(argv[i], "--group") == 0 && i + 1 < argc) group = argv[++i];
+    else if (std::strcmp(argv[i], "--group") == 0 && has_value) group = argv[++i];
+    else if (std::strcmp(argv[i], "--isosurface") == 0 && has_value) isosurface = argv[++i];
+    else if (std::strcmp(argv[i], "--obj") == 0 && has_value) obj = argv[++i];
+    else if (argv[i][0] == '-') usage = true;
     else name = argv[i];
   }
-  if (group) return print_group(group, json);
-  if (name.empty()) {
-    std::fprintf(stderr, "usage: quelmora-info [--json] file.bin | [--json] --group TEXT\n");
+  if (group && !usage) return print_group(group, json);
+  float sigma = 0.0f;
+  if (isosurface && !parse_number(isosurface, sigma)) {
+    std::fprintf(stderr, "--isosurface wants a number of sigmas, not \"%s\"\n", isosurface);
+    return 2;
+  }
+  if (name.empty() || usage || (!obj.empty() && !isosurface)) {
+    std::fprintf(stderr, "usage: quelmora-info [--json] file.bin | [--json] --group TEXT\n"
+                         "       quelmora-info [--json] file.bin --isosurface SIGMA [--obj OUT.obj]\n");
     return 2;
   }
   set_toolkit_backend(&face);
   map_summary m;
   if (!load(name, m)) return 1;
+  if (isosurface) return print_isosurface(sigma, json, obj);
   if (json) print_json(m);
   else print_text(m);
   return 0;

@@ -10,6 +10,11 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
+#include <vector>
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <string>
 
 #include "maps/binary_map.h"
@@ -125,6 +130,84 @@ TEST(QuelmoraInfo, Refusals) {
   const auto [status, out] = run("quelmora-info --group 'Q 7'");
   EXPECT_EQ(status, 1);
   EXPECT_NE(out.find("IBRAVL is Equal Zero"), std::string::npos) << out;
+}
+
+// The isosurface summary counts whole primitives of each type at
+// densigma x SIGMA + denave, and its OBJ file reads back as a mesh viewer
+// reads it: one vertex per record, in Angstrom across the 5.64 A cell, faces
+// of three or four vertices in range, and the lines of types 5 and 6.
+TEST(QuelmoraInfo, IsosurfaceAndItsObjFile) {
+  const fs::path obj = fs::temp_directory_path() / ("quelmora_info_" + std::to_string(getpid()) + ".obj");
+  const auto [status, out] = run("quelmora-info --json " + example + " --isosurface 1.5 --obj " + obj.string());
+  ASSERT_EQ(status, 0) << out;
+  float level = 0;
+  std::array<int, 7> n{};
+  ASSERT_EQ(std::sscanf(out.c_str(), "{\"level\": %f, \"records\": %d, \"by_type\": {\"1\": %d, \"2\": %d, "
+                                     "\"3\": %d, \"4\": %d, \"5\": %d, \"6\": %d}}",
+                        &level, &n[0], &n[1], &n[2], &n[3], &n[4], &n[5], &n[6]),
+            8)
+      << out;
+  const std::string listing = run("quelmora-info --json " + example).second;
+  const auto field = [&](const std::string& key) {
+    const std::size_t at = listing.find(key);
+    return at == std::string::npos ? NAN : std::stof(listing.substr(at + key.size()));
+  };
+  EXPECT_NEAR(level, 1.5f * field("\"densigma\": ") + field("\"denave\": "), 1e-5f);
+
+  // Records per primitive, faces and lines per primitive, by type.
+  const int reads[7] = {0, 3, 4, 7, 10, 4, 7}, faces_of[7] = {0, 1, 1, 2, 3, 1, 2}, lines_of[7] = {0, 0, 0, 0, 0, 1, 1};
+  int records = 0, faces = 0, lines = 0;
+  for (int t = 1; t <= 6; ++t) {
+    EXPECT_EQ(n[t] % reads[t], 0) << "type " << t;
+    records += n[t];
+    faces += n[t] / reads[t] * faces_of[t];
+    lines += n[t] / reads[t] * lines_of[t];
+  }
+  EXPECT_EQ(records, n[0]);
+  EXPECT_GT(n[5] + n[6], 0);
+
+  std::ifstream in(obj);
+  ASSERT_TRUE(in) << "no OBJ file at " << obj;
+  int vertices = 0, read_faces = 0, read_lines = 0, bad = 0;
+  float widest = 0;
+  for (std::string line; std::getline(in, line);) {
+    std::istringstream words(line);
+    std::string kind;
+    words >> kind;
+    std::vector<long> values{std::istream_iterator<long>(words), std::istream_iterator<long>()};
+    if (kind == "v") {
+      ++vertices;
+      std::istringstream coords(line.substr(2));
+      for (float c; coords >> c;) widest = std::max(widest, std::fabs(c));
+    } else if (kind == "f" || kind == "l") {
+      (kind == "f" ? read_faces : read_lines) += 1;
+      const bool sized = kind == "f" ? values.size() == 3 || values.size() == 4 : values.size() == 2;
+      for (const long v : values) bad += v < 1 || v > vertices;
+      bad += !sized;
+    }
+  }
+  fs::remove(obj);
+  EXPECT_EQ(vertices, n[0]);
+  EXPECT_EQ(read_faces, faces);
+  EXPECT_EQ(read_lines, lines);
+  EXPECT_EQ(bad, 0);
+  EXPECT_GT(widest, 5.0f);
+  EXPECT_LT(widest, 6.0f);
+
+  const struct {
+    std::string arguments;
+    int status;
+    std::string message;
+  } refusals[] = {
+      {example + " --isosurface many", 2, "--isosurface wants a number of sigmas, not \"many\""},
+      {example + " --isosurface 1 --obj /no/such/folder/m.obj", 1, "Cannot write the OBJ file: /no/such/folder/m.obj"},
+      {example + " --obj m.obj", 2, "usage:"},
+  };
+  for (const auto& r : refusals) {
+    const auto [code, text] = run("quelmora-info " + r.arguments);
+    EXPECT_EQ(code, r.status) << r.arguments;
+    EXPECT_NE(text.find(r.message), std::string::npos) << r.arguments << ": " << text;
+  }
 }
 
 }  // namespace
