@@ -287,12 +287,12 @@ int print_isosurface(float sigma, bool json, const std::string& obj) {
   }
   if (json) {
     std::printf("{\"level\": %s, \"records\": %d, \"by_type\": {", number(level).c_str(), npoints);
-    for (int t = 1; t <= 6; ++t) std::printf("%s\"%d\": %d", t > 1 ? ", " : "", t, by_type[static_cast<std::size_t>(t)]);
+    for (std::size_t t = 1; t <= 6; ++t) std::printf("%s\"%zu\": %d", t > 1 ? ", " : "", t, by_type[t]);
     std::printf("}}\n");
   } else {
     std::printf("Level:        %g (%g sigma)\n", level, sigma);
     std::printf("Records:      %d\n", npoints);
-    for (int t = 1; t <= 6; ++t) std::printf("  type %d:     %d\n", t, by_type[static_cast<std::size_t>(t)]);
+    for (std::size_t t = 1; t <= 6; ++t) std::printf("  type %zu:     %d\n", t, by_type[t]);
   }
   // The view lets a full mesh stop growing silently; here the user is told.
   if (err_maps) std::fprintf(stderr, "The mesh is cut short: %s\n", err_maps_mess.c_str());
