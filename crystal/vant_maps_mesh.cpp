@@ -95,7 +95,7 @@ std::vector<cut_cube> cut;  // kept from call to call, so that it grows once
 void find_cut_cubes(const farray3<float>& rho, const std::array<axis_walk, 3>& axes, std::size_t i0,
                     std::size_t i1, float level) {
   const auto& [x, y, z] = axes;
-  const auto row = [&](std::int32_t j, std::int32_t k) { return &rho(1, j, k) - 1; };  // 1-based along x
+  const auto row = [&](std::int32_t j, std::int32_t k) { return &rho(1, j, k); };
   cut.clear();
   for (std::size_t j = 0; j < y.base.size(); ++j) {
     for (std::size_t k = 0; k < z.base.size(); ++k) {
@@ -104,7 +104,7 @@ void find_cut_cubes(const farray3<float>& rho, const std::array<axis_walk, 3>& a
       const float* low_far = row(y.lower[j], z.upper[k]);
       const float* high_far = row(y.upper[j], z.upper[k]);
       for (std::size_t i = i0; i < i1; ++i) {
-        const std::int32_t a = x.lower[i], b = x.upper[i];
+        const std::int32_t a = x.lower[i] - 1, b = x.upper[i] - 1;  // from 0 along the row
         const std::int32_t index = (low_near[a] >= level) | (low_near[b] >= level) << 1 |
                                    (high_near[b] >= level) << 2 | (high_near[a] >= level) << 3 |
                                    (low_far[a] >= level) << 4 | (low_far[b] >= level) << 5 |
