@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "crystal/vant_maps_calculations.h"
 #include "crystal/vant_maps_mesh.h"
@@ -13,31 +14,23 @@ namespace {
 
 using edge_set = std::set<std::int32_t>;
 
-// Corner positions from their bits: 1, 2, 4, 8 go round the bottom face from
-// the origin, 16 to 128 the same one step up.
-vec3f corner(int bit) {
-  const int around = bit % 4;
-  return {around == 1 || around == 2 ? 1.0f : 0.0f, around >= 2 ? 1.0f : 0.0f, bit >= 4 ? 1.0f : 0.0f};
-}
-
 // Every table row uses exactly the edges whose two corners lie on opposite
-// sides of the level; the triangle half holds only triangles, at most four.
+// sides of the level; the triangle half holds only triangles, at most four,
+// and tiles the pentagons and hexagons that types 5 and 6 outline: a side off
+// the cube's faces is a diagonal, which two triangles share.
 TEST(CubeTable, EveryRowUsesTheEdgesWhoseCornersDiffer) {
-  std::vector<std::pair<int, int>> corners_of(13);  // the two corner bits of each edge
-  std::vector<std::vector<float>> mids(13);
+  // Corner bits go round the bottom face from the origin (0, 1, 2, 3), then
+  // round the top face (4 to 7); an edge joins its midpoint's 0.5 put to 0 and 1.
+  const auto bit_at = [](float x, float y, float z) { return 4 * int(z) + (y > 0 ? 3 - int(x) : int(x)); };
+  std::vector<std::pair<int, int>> corners_of(13);
+  std::vector<std::vector<float>> mid(13);
   for (const auto& r : data_table("crystal/cube_edges.txt", 2)) {
-    const int edge = std::stoi(r[0]);
-    const std::vector<float> mid = numbers(r[1]);
-    std::vector<int> ends;
-    for (int bit = 0; bit < 8; ++bit) {
-      const vec3f c = corner(bit);
-      const float d = std::fabs(c[0] - mid[0]) + std::fabs(c[1] - mid[1]) + std::fabs(c[2] - mid[2]);
-      if (d == 0.5f) ends.push_back(bit);
-    }
-    ASSERT_EQ(ends.size(), 2u) << "edge " << edge;
-    corners_of[edge] = {ends[0], ends[1]};
-    mids[edge] = mid;
-    EXPECT_EQ(cube_edge_mid[edge], (vec3f{mid[0], mid[1], mid[2]})) << "edge " << edge;
+    const int e = std::stoi(r[0]);
+    mid[e] = numbers(r[1]);
+    const auto end = [&](int a) { return mid[e][a] == 0.5f ? 0.0f : mid[e][a]; };
+    const auto other = [&](int a) { return mid[e][a] == 0.5f ? 1.0f : mid[e][a]; };
+    corners_of[e] = {bit_at(end(0), end(1), end(2)), bit_at(other(0), other(1), other(2))};
+    EXPECT_EQ(cube_edge_mid[e], (vec3f{mid[e][0], mid[e][1], mid[e][2]})) << "edge " << e;
   }
   set_cube_info();
   for (int index = 0; index < 256; ++index) {
@@ -45,28 +38,18 @@ TEST(CubeTable, EveryRowUsesTheEdgesWhoseCornersDiffer) {
     for (int e = 1; e <= 12; ++e)
       if (((index >> corners_of[e].first) & 1) != ((index >> corners_of[e].second) & 1)) expected.insert(e);
     const cube_row& row = cube_info[index];
-    const int read = row[0] * cube_edges_read(row[1]);
-    EXPECT_EQ(edge_set(row.begin() + 2, row.begin() + 2 + read), expected) << "row " << index;
-    if (index > 0 && index < 255) {
-      EXPECT_TRUE(row[1] >= 1 && row[1] <= 6) << "row " << index;
+    EXPECT_EQ(edge_set(row.begin() + 2, row.begin() + 2 + row[0] * cube_edges_read(row[1])), expected) << index;
+    if (index < 128 || index == 255) continue;
+    EXPECT_TRUE(row[1] == 1 && row[0] <= 4) << "row " << index;
+    std::map<std::pair<int, int>, int> sides;
+    for (int k = 0; k < 3 * row[0]; ++k) {
+      const int a = row[2 + k], b = row[2 + k - k % 3 + (k + 1) % 3];
+      ++sides[{std::min(a, b), std::max(a, b)}];
     }
-    if (index >= 128 && index < 255) {
-      EXPECT_TRUE(row[1] == 1 && row[0] <= 4) << "row " << index;
-      // The pentagons and hexagons outlined by types 5 and 6 are tiled: a
-      // side off the cube's faces is a diagonal, which two triangles share.
-      if (cube_info[255 - index][1] < 5) continue;
-      std::map<std::pair<int, int>, int> sides;
-      for (int t = 0; t < row[0]; ++t)
-        for (int s = 0; s < 3; ++s) {
-          const int a = row[2 + 3 * t + s], b = row[2 + 3 * t + (s + 1) % 3];
-          ++sides[{std::min(a, b), std::max(a, b)}];
-        }
-      for (const auto& [side, uses] : sides) {
-        bool on_face = false;
-        for (int axis = 0; axis < 3; ++axis)
-          on_face |= mids[side.first][axis] != 0.5f && mids[side.first][axis] == mids[side.second][axis];
-        EXPECT_TRUE(on_face || uses == 2) << "row " << index << ", side " << side.first << "-" << side.second;
-      }
+    for (const auto& [side, uses] : sides) {
+      bool on_face = cube_info[255 - index][1] < 5;
+      for (int a = 0; a < 3; ++a) on_face |= mid[side.first][a] != 0.5f && mid[side.first][a] == mid[side.second][a];
+      EXPECT_TRUE(on_face || uses == 2) << "row " << index << ", side " << side.first << "-" << side.second;
     }
   }
 }
@@ -132,17 +115,12 @@ TEST(CalculateMesh, LimitsAndStepBoundTheWalk) {
   farray2<float> xyz;
   for (const auto& r : rows) {
     farray3<float> map(r.nx, 4, 4);
-    for (int i = 1; i <= r.nx; ++i)
-      for (int j = 1; j <= 4; ++j)
-        for (int k = 1; k <= 4; ++k) map(i, j, k) = static_cast<float>((j + k) % 2);
+    for (int q = 0; q < 16 * r.nx; ++q) map.data()[q] = static_cast<float>((q / r.nx + q / (4 * r.nx)) % 2);
     const float level = 0.5f;
     std::int32_t npoints = 0;
     calculate_mesh(map, {r.nx, 4, 4}, std::span(&level, 1), "TT", std::span(&npoints, 1), xyz, r.limits, r.step);
     float lo = 1e9f, hi = -1e9f;
-    for (int p = 0; p < npoints; ++p) {
-      lo = std::min(lo, xyz(1, p + 1));
-      hi = std::max(hi, xyz(1, p + 1));
-    }
+    for (int p = 1; p <= npoints; ++p) std::tie(lo, hi) = std::pair(std::min(lo, xyz(1, p)), std::max(hi, xyz(1, p)));
     EXPECT_FLOAT_EQ(lo, r.xmin) << "nx " << r.nx;
     EXPECT_FLOAT_EQ(hi, r.xmax) << "nx " << r.nx;
   }
