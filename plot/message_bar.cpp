@@ -5,7 +5,7 @@
 #include "crystal/fixed_text.h"
 #include "maps/section_families.h"
 #include "state/quelmora_parametros.h"
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 #include "toolkit/messages/window.h"
 
 namespace qp = quelmora_parametros;

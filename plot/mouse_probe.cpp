@@ -10,7 +10,7 @@
 #include "plot/menu_plot.h"
 #include "plot/message_bar.h"
 #include "state/quelmora_parametros.h"
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 #include "toolkit/messages/window.h"
 #include "toolkit/plots/plot_setup.h"
 

@@ -18,7 +18,7 @@
 #include "toolkit/dialogs/message_box.h"
 #include "toolkit/dialogs/wdialog.h"
 #include "toolkit/dialogs/winfodialog.h"
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 
 namespace qp = quelmora_parametros;
 

@@ -10,7 +10,7 @@
 #include "state/quelmora_parametros.h"
 #include "toolkit/dialogs/file_selector.h"
 #include "toolkit/dialogs/winfodialog.h"
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 #include "toolkit/hardcopy/hardcopy.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/plots/plot_frame.h"

@@ -13,24 +13,23 @@
 #include <string>
 #include <vector>
 
+#include "control/control_data.h"
 #include "crystal/farray.h"
 #include "crystal/vant_atom_typedef.h"
-#include "crystal/vant_crystal_metrics.h"
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "toolkit/messages/message_record.h"
 
 namespace quelmora_parametros {
 
 // Program identity and platform.
-inline std::string version = "04.06";             // char(5)
 inline std::string data_version = "March - 2007"; // char(20)
 inline std::string var_system;                    // char(4): "UNIX" or "WIND"
 inline std::string var_sep;                       // char(1): path separator
 inline std::string var_suite;                     // char(150)
 inline std::string var_browser;                   // char(150)
 
-// File names, char(150) each.
-inline std::string codefil, filinp, filbin, filasc, filfou, filatm, filout;
+// File names, char(150) each (those of a run are in control/control_data.h).
+inline std::string codefil, filasc, filout;
 inline std::string filps, filwmf, filedir, filtmp, fileset;
 
 // Control flags.
@@ -52,24 +51,9 @@ inline std::int32_t evento = 0;
 inline message_record mensaje;
 inline std::int32_t ichild = -1;  // listing child window; -1 or 0 means none
 
-// Crystal and control data.
-inline std::string titulo;  // char(80)
-inline std::string spgr;    // char(20)
-inline cell_metrics_type celda;
+// Crystal data beside the control data of control/control_data.h.
 inline space_group_type grp_espacial;
-inline atom_list_type atomos;
 inline atom_list_type atmcell;
-inline std::int32_t ntype = 0;
-inline std::array<std::int32_t, 3> ngrid{};
-inline float f000 = 0.0f, f000s = 1.0f;
-inline float smin = 0.0f, smax = 0.0f, sigm = 0.0f;
-inline std::array<std::int32_t, 9> lugar{};  // columns of h,k,l,fo,fc,si,ph,a,b
-inline mat3f trans{};
-inline std::int32_t npeaks = 0;
-inline std::int32_t jtitle = 0, jcell = 0, jspace = 0, jgrid = 0, jatoms = 0, jfourier = 0,
-                    jtrans = 0, jreflim = 0, jpeaks = 0, jfiles = 0, jbin = 0, jform = 0,
-                    jlist = 0;
-inline float dist1 = 0.0f, dist2 = 0.0f, dist3 = 0.0f;
 
 // Map data.
 inline farray3<float> rho;     // ngrid(1) x ngrid(2) x ngrid(3), as in the file

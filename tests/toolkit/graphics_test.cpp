@@ -1,7 +1,7 @@
 // The drawing layer on a 200 x 100 recording canvas: area and units, colours,
 // fill patterns, shapes, text, bitmaps and number formats.
 #include "tests/toolkit/plot_fixture.h"
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 
 using graphics = recorded_window<200, 100>;
 

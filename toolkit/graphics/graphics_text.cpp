@@ -8,7 +8,7 @@
 #include "toolkit/graphics/graphics_colour.h"
 #include "toolkit/graphics/graphics_state.h"
 #include "toolkit/graphics/graphics_targets.h"
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 
 void wgrtextfont(std::optional<int> family, std::optional<int> style, std::optional<float> width,
                  std::optional<float> height) {

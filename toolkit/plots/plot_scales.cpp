@@ -8,7 +8,7 @@
 #include "toolkit/graphics/graphics_lines.h"
 #include "toolkit/graphics/graphics_state.h"
 #include "toolkit/graphics/graphics_text.h"
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 #include "toolkit/plots/plot_geometry.h"
 #include "toolkit/plots/plot_setup.h"
 #include "toolkit/plots/plot_state.h"

@@ -4,28 +4,19 @@
 // control file's), texts go back in the lower case they were read in, and
 // values carry four decimals or fewer.
 #include <cmath>
-#include <sstream>
+#include <ostream>
 #include <string>
 
-#include "app/file_units.h"
-#include "app/quelmora_fourier.h"
+#include "control/control_data.h"
+#include "control/control_file.h"
 #include "crystal/fixed_text.h"
-#include "state/quelmora_parametros.h"
-#include "toolkit/core/whole_file.h"
-#include "toolkit/dialogs/file_selector.h"
-#include "toolkit/dialogs/message_box.h"
-#include "toolkit/dialogs/winfodialog.h"
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 
 namespace qp = quelmora_parametros;
 
 namespace {
 
 constexpr std::size_t file_name_length = 150;
-
-// The name proposed by the save selector; for a file that is neither a
-// control file nor a map, the last call's answer stands.
-std::string proposed_name;
 
 // Numbers as the Fortran formats Fw.d and Iw write them, one after another.
 std::string reals(std::initializer_list<float> values, int width, int decimals) {
@@ -38,16 +29,6 @@ std::string integers(std::initializer_list<std::int32_t> values, int width) {
   std::string text;
   for (std::int32_t v : values) text += format_integer(v, width);
   return text;
-}
-
-// A name without a "." anywhere gets the extension.
-std::string with_extension(const std::string& name, const char* extension) {
-  return fixed_text::assigned(name.find('.') == std::string::npos ? name + extension : name, file_name_length);
-}
-
-void propose_name() {
-  if (qp::input_file == 0) proposed_name = qp::filinp;
-  if (qp::input_file == 1) proposed_name = qp::filbin.substr(0, qp::filbin.find('.') + 1) + "inp";
 }
 
 void write_atoms(std::ostream& out) {
@@ -76,6 +57,8 @@ void write_fourier_kind(std::ostream& out) {
                                        " Fourier user"};
   if (qp::ntype >= 1 && qp::ntype <= 7) out << kinds[qp::ntype - 1] << '\n';
 }
+
+}  // namespace
 
 void write_control_file(std::ostream& out) {
   out << " !---- Title ----!\n";
@@ -118,38 +101,3 @@ void write_control_file(std::ostream& out) {
   out << " End \n";
 }
 
-}  // namespace
-
-void fourier_filesave() {
-  qp::kcancel = false;
-  propose_name();
-  close_unit(unit_control_file);
-  wselectfile2("Fourier Input File|*.inp|", 11, proposed_name, "Save Input Data");
-  if (winfodialog(4) != 1) {
-    qp::kcancel = true;
-    qp::kedit = false;
-    return;
-  }
-  qp::filinp = with_extension(proposed_name, ".inp");
-  // The only way a reflection file gets a name when the data page left it
-  // empty; the answer is taken whatever button closed the selector.
-  if (fixed_text::is_blank(qp::filfou)) {
-    wselectfile2("Fourier Reflections File|*.fou|", 10, qp::filfou, "Load Reflections File");
-    qp::filfou = with_extension(qp::filfou, ".fou");
-  }
-  // Written whole or not at all: a full disk leaves the old control file as it was.
-  whole_file file;
-  std::string why;
-  if (!whole_file_open(file, qp::filinp, why)) {
-    error_message("Cannot open the input file");
-    qp::kerror = true;
-    return;
-  }
-  std::ostringstream out;
-  write_control_file(out);
-  whole_file_write(file, out.str());
-  if (!whole_file_commit(file, why)) {
-    error_message("Cannot write the input file " + why);
-    qp::kerror = true;
-  }
-}

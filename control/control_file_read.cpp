@@ -8,13 +8,11 @@
 #include <istream>
 #include <string>
 
-#include "app/file_units.h"
-#include "app/quelmora_fourier.h"
+#include "control/control_data.h"
+#include "control/control_file.h"
 #include "crystal/fixed_text.h"
 #include "crystal/vant_scattering_chemical_tables.h"
 #include "crystal/vant_string_utilities.h"
-#include "state/quelmora_parametros.h"
-#include "toolkit/dialogs/message_box.h"
 
 namespace qp = quelmora_parametros;
 
@@ -29,6 +27,8 @@ constexpr std::int32_t max_atoms = 800;
 // end. A fixed work area, set back to fresh records at the start of a read.
 std::array<atom_type, max_atoms> atom_table;
 std::int32_t atom_count = 0;
+// Lines taken from the file so far, to name the line of a failed directive.
+std::int32_t line_number = 0;
 
 // The numbers of a text. Room for more than any directive takes, so that a
 // count one too high is seen as such.
@@ -55,13 +55,16 @@ void cut_word(std::string& text) { cutst(text); }
 // platform ("\r\n") is dropped with the line end.
 bool read_line(std::istream& in, std::string& line) {
   if (!std::getline(in, line)) return false;
+  ++line_number;
   if (!line.empty() && line.back() == '\r') line.pop_back();
   if (line.size() > line_length) line.resize(line_length);
   return true;
 }
 
 void clear_control_data() {
-  qp::kerror = false;
+  err_control = control_failure::none;
+  err_control_mess.clear();
+  line_number = 0;
   qp::celda.cell = {};
   qp::celda.ang = {};
   qp::f000 = 0.0f;
@@ -295,9 +298,8 @@ void keep_atoms() {
 
 }  // namespace
 
-void lee_datos() {
+void read_control_file(std::istream& in) {
   clear_control_data();
-  std::istream& in = file_unit(unit_control_file);
   std::string line;
   while (read_line(in, line)) {
     line = fixed_text::adjusted(line);
@@ -308,15 +310,18 @@ void lee_datos() {
     const auto directive =
         std::find_if(std::begin(directives), std::end(directives), [&](const auto& d) { return key == d.key; });
     if (directive == std::end(directives)) continue;
+    const std::string as_read = line;
+    const std::int32_t number = line_number;
     cut_word(line);
     if (!directive->read(line, in)) {
-      qp::kerror = true;
+      err_control = control_failure::directive;
+      err_control_mess = "Wrong arguments on line " + std::to_string(number) + " of the control file: " + as_read;
       break;
     }
   }
   if (in.bad()) {
-    error_message("Reading instructions on Input File");
-    qp::kerror = true;
+    err_control = control_failure::input;
+    err_control_mess = "Reading instructions on Input File";
   }
   keep_atoms();
 }

@@ -1,4 +1,4 @@
-#include "toolkit/graphics/number_format.h"
+#include "toolkit/core/number_format.h"
 
 #include <algorithm>
 #include <cctype>
