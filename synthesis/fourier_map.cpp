@@ -1,0 +1,72 @@
+#include "synthesis/fourier_map.h"
+
+#include <fftw3.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "synthesis/reflections.h"
+
+namespace {
+
+struct fftw_deleter {
+  void operator()(void* p) const { fftwf_free(p); }
+};
+struct plan_deleter {
+  void operator()(fftwf_plan p) const { fftwf_destroy_plan(p); }
+};
+
+std::int32_t fold(std::int32_t h, std::int32_t n) {
+  const std::int32_t f = h % n;
+  return f < 0 ? f + n : f;
+}
+
+}  // namespace
+
+std::int64_t fourier_map(const std::vector<coefficient_type>& unique, const expansion_type& e, double f000_term,
+                         double scale, double volume, const std::array<std::int32_t, 3>& n, farray3<float>& rho) {
+  const auto [nx, ny, nz] = n;
+  // FFTW counts in row-major order, so the map (x fastest) is nz x ny x nx
+  // to it, and the complex half keeps x from 0 to nx/2.
+  const std::size_t half = static_cast<std::size_t>(nx / 2 + 1);
+  const std::size_t points = static_cast<std::size_t>(nx) * static_cast<std::size_t>(ny) * static_cast<std::size_t>(nz);
+  const std::size_t bins = half * static_cast<std::size_t>(ny) * static_cast<std::size_t>(nz);
+  std::unique_ptr<fftwf_complex[], fftw_deleter> spectrum(fftwf_alloc_complex(bins));
+  std::unique_ptr<float[], fftw_deleter> density(fftwf_alloc_real(points));
+  std::unique_ptr<fftwf_plan_s, plan_deleter> plan;
+  if (spectrum && density)
+    plan.reset(fftwf_plan_dft_c2r_3d(nz, ny, nx, spectrum.get(), density.get(), FFTW_ESTIMATE));
+  if (!plan) {
+    err_synthesis = true;
+    err_synthesis_mess = "Not enough memory for a grid of " + std::to_string(points) + " points";
+    return -1;
+  }
+  std::fill_n(&spectrum[0][0], 2 * bins, 0.0f);
+
+  // FFTW sums with exp(+2 pi i h.x): each coefficient goes in conjugated.
+  // Of a Friedel pair only the member in the stored half is placed; the
+  // transform takes the other as its conjugate.
+  std::int64_t summed = 0;
+  std::vector<coefficient_type> orbit;
+  for (const coefficient_type& c : unique) {
+    equivalents(c, e, orbit);
+    summed += static_cast<std::int64_t>(orbit.size());
+    for (const coefficient_type& o : orbit) {
+      const std::int32_t h = fold(o.hkl[0], nx);
+      if (h > nx / 2) continue;
+      const std::size_t at =
+          (static_cast<std::size_t>(fold(o.hkl[2], nz)) * static_cast<std::size_t>(ny) +
+           static_cast<std::size_t>(fold(o.hkl[1], ny))) * half + static_cast<std::size_t>(h);
+      spectrum[at][0] += static_cast<float>(scale * o.value.real());
+      spectrum[at][1] -= static_cast<float>(scale * o.value.imag());
+    }
+  }
+  spectrum[0][0] += static_cast<float>(f000_term);
+  fftwf_execute(plan.get());
+
+  rho.allocate(nx, ny, nz);
+  const auto per_volume = static_cast<float>(1.0 / volume);
+  std::transform(density.get(), density.get() + points, rho.data(), [&](float v) { return v * per_volume; });
+  return summed;
+}
