@@ -7,6 +7,7 @@
 #include <fstream>
 #include <limits>
 
+#include "control/map_run_block.h"
 #include "crystal/binary_stream.h"
 #include "maps/section_extraction.h"
 #include "state/quelmora_parametros.h"
@@ -23,7 +24,6 @@ namespace {
 
 constexpr std::size_t title_length = 80;
 constexpr std::size_t version_length = 5;
-constexpr std::size_t file_name_length = 150;
 
 std::ifstream unit25;
 std::string file_version;
@@ -31,32 +31,6 @@ std::string file_version;
 void fail(const char* message) {
   if (*message) error_message(message);
   qp::kerror = true;
-}
-
-// Run block, first part: file names and the list directive.
-template <typename Stream>
-void files_block(Stream& s) {
-  s.text(qp::filinp, file_name_length);
-  s.text(qp::filbin, file_name_length);
-  s.text(qp::filfou, file_name_length);
-  s.text(qp::filatm, file_name_length);
-  s.numbers(qp::lugar);
-  s.number(qp::jlist);
-  s.number(qp::dist1);
-  s.number(qp::dist2);
-  s.number(qp::dist3);
-}
-
-// Run block, second part: the synthesis and its limits.
-template <typename Stream>
-void variables_block(Stream& s) {
-  s.number(qp::f000);
-  s.number(qp::f000s);
-  s.number(qp::ntype);
-  s.number(qp::smin);
-  s.number(qp::smax);
-  s.number(qp::sigm);
-  s.number(qp::npeaks);
 }
 
 template <typename Stream>
@@ -146,9 +120,9 @@ void read_filebin_head() {
   read_bin_atom_list(qp::atomos, unit25, ok);
   if (!ok) return fail("Error reading the binary file...(Number of Atoms ...)");
 
-  files_block(r);
+  map_run_block::files(r);
   if (!r.ok) return fail("Error reading the binary file...(Files...)");
-  variables_block(r);
+  map_run_block::variables(r);
   if (!r.ok) return fail("Error reading the binary file...(Variables...)");
   grid_block(r);
   if (!r.ok) return fail("Error reading the binary file...(Grid size of FFT...)");
@@ -185,8 +159,8 @@ void write_filebin_head(std::ostream& out) {
   write_bin_crystal_cell(qp::celda, out);
   write_bin_spacegroup(qp::grp_espacial, out);
   write_bin_atom_list(qp::atomos, out);
-  files_block(w);
-  variables_block(w);
+  map_run_block::files(w);
+  map_run_block::variables(w);
   grid_block(w);
   summary_block(w);
 }

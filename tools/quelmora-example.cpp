@@ -1,15 +1,19 @@
 // Writes the example map examples/nacl.bin: rock salt, F m -3 m, a = 5.64 A,
 // Na at 4a and Cl at 4b as Gaussian densities on a 48 x 48 x 48 grid, with
-// the full space group. Everything is computed the same way on every run, so
-// the file is reproducible.
+// the full space group; beside it the control file nacl.inp of the same run
+// and the reflection file nacl.fou, the structure factors of the same
+// Gaussian atoms computed analytically, from which sintrel makes the map
+// again. Everything is computed the same way on every run, so the files are
+// reproducible.
 //
-//   quelmora-example [output.bin]
+//   quelmora-example [output.bin]     (also output.inp and output.fou)
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <sstream>
 #include <string>
 
+#include "control/control_file.h"
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "maps/binary_map.h"
 #include "state/quelmora_parametros.h"
@@ -113,7 +117,7 @@ void set_run() {
   qp::filbin = "nacl.bin";
   qp::filfou = "nacl.fou";
   qp::filatm = "";
-  qp::lugar = {1, 2, 3, 4, 0, 5, 0, 0, 0};
+  qp::lugar = {1, 2, 3, 4, 0, 5, 6, 0, 0};  // h k l fo si ph
   qp::f000 = 112.0f;  // 4 x (11 + 17) electrons
   qp::f000s = 1.0f;
   qp::ntype = 1;
@@ -121,6 +125,39 @@ void set_run() {
   qp::smax = 0.7f;
   qp::sigm = 0.0f;
   qp::npeaks = 0;
+}
+
+// The structure factors of the Gaussian atoms: a normalised Gaussian of
+// spread sigma has the transform exp(-2 pi^2 sigma^2 q^2), q = 1/d. Of F m -3 m
+// only h, k, l all even or all odd reflect; one of each set of equivalents
+// is written (h >= k >= l >= 0), up to the control file's smax. Sigma is 1%
+// of Fo; the phase is 0 or 180, as the centrosymmetric structure has it.
+std::string reflections() {
+  std::string text = "! Rock salt: h k l Fo sigma phase, analytic structure factors of nacl.bin's atoms\n";
+  const auto top = static_cast<std::int32_t>(2.0f * qp::smax * cell_a);
+  for (std::int32_t h = 0; h <= top; ++h)
+    for (std::int32_t k = 0; k <= h; ++k)
+      for (std::int32_t l = 0; l <= k; ++l) {
+        const double q2 = static_cast<double>(h * h + k * k + l * l) / (cell_a * cell_a);
+        if ((h + k) % 2 != 0 || (k + l) % 2 != 0 || q2 == 0.0 || q2 > 4.0 * qp::smax * qp::smax) continue;
+        double f = 0.0;
+        for (const species& s : structure) {
+          const double sign = std::cos(2.0 * M_PI * (h * double{s.site[0]} + k * double{s.site[1]} + l * double{s.site[2]}));
+          f += 4.0 * s.electrons * sign * std::exp(-2.0 * M_PI * M_PI * s.sigma * s.sigma * q2);
+        }
+        char line[80];
+        std::snprintf(line, sizeof line, "%4d%4d%4d %12.5f %10.5f %6.1f\n", h, k, l, std::fabs(f), 0.01 * std::fabs(f),
+                      f < 0.0 ? 180.0 : 0.0);
+        text += line;
+      }
+  return text;
+}
+
+std::string control_file() {
+  qp::spgr = "F m -3 m";
+  std::ostringstream out;
+  write_control_file(out);
+  return out.str();
 }
 
 }  // namespace
@@ -135,11 +172,16 @@ int main(int argc, char** argv) {
   std::ostringstream out(std::ios::binary);
   write_filebin_head(out);
   write_filebin_rho(out);
-  std::string why;
-  if (!write_whole_file(name, out.str(), why)) {
-    std::fprintf(stderr, "quelmora-example: cannot write %s\n", why.c_str());
-    return 1;
+  const std::string stem = name.substr(0, name.rfind('.'));
+  const std::pair<std::string, std::string> files[] = {
+      {name, out.str()}, {stem + ".inp", control_file()}, {stem + ".fou", reflections()}};
+  for (const auto& [path, bytes] : files) {
+    std::string why;
+    if (!write_whole_file(path, bytes, why)) {
+      std::fprintf(stderr, "quelmora-example: cannot write %s\n", why.c_str());
+      return 1;
+    }
+    std::printf("%s written\n", path.c_str());
   }
-  std::printf("%s written\n", name.c_str());
   return 0;
 }

@@ -2,6 +2,7 @@
 // search path that notes its arguments and leaves a map and a listing.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 
 #include "app/menu_calc.h"
@@ -69,6 +70,26 @@ TEST_F(Run, ControlFileToMapThroughSintrel) {
   EXPECT_EQ(status_text(1), "");
   EXPECT_EQ(status_text(2), "File: nacl.inp");
   EXPECT_EQ(cursor_shape(), 0);
+}
+
+// The whole road with the real sintrel on the search path: File, Open of the
+// example control file, Calculations, Sintrel Program, and the map sintrel
+// made from nacl.fou is on the screen, the Cl top (15.37 e/A^3) with it.
+TEST_F(Run, TheRealSintrelMakesTheMap) {
+  std::filesystem::remove(dir_ / "nacl.bin");
+  std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.fou", dir_ / "nacl.fou");
+  std::filesystem::create_directories(dir_ / "bin");
+  std::filesystem::create_symlink(std::string(QUELMORA_BINARY_DIR) + "/tools/sintrel", dir_ / "bin" / "sintrel");
+  open_control_file("nacl.inp");
+  headless::queue_menu(40005);
+  headless::queue_menu(40033);
+  start();
+  EXPECT_TRUE(headless::boxes().empty());
+  EXPECT_TRUE(std::filesystem::exists(dir_ / "nacl.out"));
+  EXPECT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{48, 48, 48}));
+  EXPECT_NEAR(qp::denmax, 15.37f, 0.01f);
+  const auto& drawn = headless::root_canvas().primitives();
+  EXPECT_TRUE(std::any_of(drawn.begin(), drawn.end(), [](const auto& p) { return p.kind == recorded_kind::bitmap; }));
 }
 
 // The run on its own, from a given state and file name.

@@ -6,6 +6,7 @@
 #include <complex>
 #include <numbers>
 
+#include "synthesis/peak_search.h"
 #include "synthesis/synthesis.h"
 
 namespace {
@@ -122,6 +123,52 @@ TEST(Synthesis, AgreesWithDirectSummation) {
         }
     EXPECT_LT(worst, 1e-4 * largest) << name;
     EXPECT_NEAR(result.denave, f000 / cell.cell_vol, 1e-5) << name;
+  }
+}
+
+// One atom off the grid in P 1, Fo = Fc = f(s) with its phase, all
+// reflections up to |h| = 6 on a 20^3 grid: the Fc map peaks at the atom
+// (the quadratic fit within a tenth of a grid step), the Patterson Fc^2 at
+// the origin with height (F000^2 + sum of f^2) / V, and Fo - Fc is flat.
+TEST(Synthesis, OneAtomInP1) {
+  space_group_type group;
+  set_spacegroup("P 1", group);
+  cell_metrics_type cell;
+  set_crystal_cell({7.0f, 8.0f, 9.0f}, {90.0f, 100.0f, 90.0f}, cell);
+  const vec3f site{0.123f, 0.456f, 0.789f};
+  const double z = 12;
+  reflection_set_type set;
+  double patterson_origin = z * z;
+  for (int h = -6; h <= 6; ++h)
+    for (int k = -6; k <= 6; ++k)
+      for (int l = -6; l <= 6; ++l) {
+        reflection_type r;
+        r.hkl = {h, k, l};
+        const cplx f = structure_factor(r.hkl, {{site, z}}, cell);
+        r.value[col_fo] = r.value[col_fc] = std::abs(f);
+        r.value[col_ph] = std::arg(f) * 180 / std::numbers::pi;
+        set.list.push_back(r);
+        if (r.hkl != vec3i{}) patterson_origin += std::norm(f);
+      }
+  synthesis_request_type request;
+  request.grid = {20, 20, 20};
+  request.f000 = z;
+  for (std::int32_t ntype : {2, 5, 3}) {
+    request.ntype = ntype;
+    synthesis_result_type result;
+    compute_synthesis(set, request, cell, group, result);
+    ASSERT_FALSE(err_synthesis) << ntype;
+    if (ntype == 2) {
+      const std::vector<peak_type> peaks = find_peaks(result.rho, group, 1);
+      ASSERT_EQ(peaks.size(), 1u);
+      for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(peaks[0].x[i], site[i], 0.1 / 20) << i;
+    } else if (ntype == 5) {
+      EXPECT_EQ(result.denmax, result.rho(1, 1, 1));
+      EXPECT_NEAR(result.denmax, patterson_origin / cell.cell_vol, 1e-4 * result.denmax);
+    } else {
+      EXPECT_EQ(result.densigma, 0.0f);
+      EXPECT_LT(result.denmax - result.denmin, 1e-6);
+    }
   }
 }
 

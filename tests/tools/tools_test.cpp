@@ -1,11 +1,13 @@
 // The companion programs as a user runs them: the example generator
-// reproduces the committed example map, the map holds the rock-salt
-// structure, and quelmora-info summarises a map or a space group, or says
-// what is wrong.
+// reproduces the committed example files, the map holds the rock-salt
+// structure, sintrel makes the map again from the example's reflections and
+// refuses bad input, and quelmora-info summarises a map or a space group, or
+// says what is wrong.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -47,27 +49,43 @@ std::pair<int, std::string> run(const std::string& command) {
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out};
 }
 
-TEST(ExampleMap, GeneratorReproducesTheCommittedFile) {
-  const fs::path out = fs::temp_directory_path() / ("quelmora_example_test_" + std::to_string(getpid()) + ".bin");
-  ASSERT_EQ(run("quelmora-example " + out.string()).first, 0);
-  const std::string made = read_file(out.string());
-  fs::remove(out);
-  EXPECT_LT(made.size(), 1000000u);
-  EXPECT_EQ(made, read_file(example)) << "examples/nacl.bin is not what the generator writes";
+// A scratch folder holding the example's map, control file and reflections
+// as the generator writes them.
+fs::path example_folder(const std::string& name) {
+  const fs::path dir = fs::temp_directory_path() / ("quelmora_" + name + "_" + std::to_string(getpid()));
+  fs::remove_all(dir);
+  fs::create_directories(dir);
+  EXPECT_EQ(run("quelmora-example " + (dir / "nacl.bin").string()).first, 0);
+  return dir;
+}
+
+// Loads a map as File, Open does, peaks included; false when it is refused.
+bool load_map(const std::string& path) {
+  headless::install();
+  qp::kerror = false;
+  if (!open_filebin(path)) return false;
+  read_filebin_head();
+  if (!qp::kerror) memory_maps();
+  if (!qp::kerror) read_filebin_rho();
+  if (!qp::kerror) read_filebin_atm_pks();
+  close_filebin();
+  return !qp::kerror;
+}
+
+TEST(ExampleMap, GeneratorReproducesTheCommittedFiles) {
+  const fs::path dir = example_folder("example");
+  for (const char* name : {"nacl.bin", "nacl.inp", "nacl.fou"})
+    EXPECT_EQ(read_file((dir / name).string()), read_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/" + name))
+        << "examples/" << name << " is not what the generator writes";
+  EXPECT_LT(fs::file_size(dir / "nacl.bin"), 1000000u);
+  fs::remove_all(dir);
 }
 
 // The density of the example loaded as File, Open does: Cl (18 electrons)
 // outweighs Na (10) at its site, both sites are maxima of their
 // neighbourhood, and the cell holds 4 x (10 + 18) = 112 electrons.
 TEST(ExampleMap, HoldsRockSalt) {
-  headless::install();
-  qp::kerror = false;
-  ASSERT_TRUE(open_filebin(example));
-  read_filebin_head();
-  if (!qp::kerror) memory_maps();
-  if (!qp::kerror) read_filebin_rho();
-  close_filebin();
-  ASSERT_FALSE(qp::kerror);
+  ASSERT_TRUE(load_map(example));
   ASSERT_EQ(qp::ngrid, (std::array<std::int32_t, 3>{48, 48, 48}));
   const float na = qp::rho(1, 1, 1), cl = qp::rho(25, 25, 25), between = qp::rho(13, 1, 1);
   EXPECT_GT(cl, na);
@@ -79,6 +97,94 @@ TEST(ExampleMap, HoldsRockSalt) {
   for (std::size_t i = 0; i < qp::rho.size(); ++i) sum += qp::rho.data()[i];
   EXPECT_NEAR(sum * qp::celda.cell_vol / static_cast<double>(qp::rho.size()), 112.0, 0.5);
   EXPECT_EQ(qp::grp_espacial.multip, 192);
+}
+
+// The example's reflections, as nacl.fou and as a SHELXL LIST 6 file, give
+// back the example map within the error of cutting the series at
+// sin(theta)/lambda 0.7; with Scan 2 the two peaks are Cl (an odd number of
+// halves among its coordinates, F centring) and then Na, of the map's heights.
+TEST(Sintrel, GivesBackTheExampleMap) {
+  const fs::path dir = example_folder("sintrel");
+  fs::rename(dir / "nacl.bin", dir / "reference.bin");
+  ASSERT_TRUE(load_map((dir / "reference.bin").string()));
+  const std::vector<float> reference(qp::rho.data(), qp::rho.data() + qp::rho.size());
+  const float cl = qp::rho(25, 25, 25), na = qp::rho(1, 1, 1);
+  std::string fcf = "data_nacl\n_shelx_refln_list_code 6\nloop_\n _refln_index_h\n _refln_index_k\n _refln_index_l\n"
+                    " _refln_F_squared_meas\n _refln_F_squared_sigma\n _refln_F_calc\n _refln_phase_calc\n";
+  std::ifstream fou(dir / "nacl.fou");
+  for (std::string line; std::getline(fou, line);) {
+    int h, k, l;
+    double fo, sigma, phase;
+    if (std::sscanf(line.c_str(), "%d %d %d %lf %lf %lf", &h, &k, &l, &fo, &sigma, &phase) == 6)
+      fcf += std::to_string(h) + " " + std::to_string(k) + " " + std::to_string(l) + " " + std::to_string(fo * fo) +
+             " " + std::to_string(2 * fo * sigma) + " " + std::to_string(fo) + " " + std::to_string(phase) + "\n";
+  }
+  std::ofstream(dir / "nacl.fcf") << fcf;
+  const std::string control = read_file((dir / "nacl.inp").string());
+  for (const char* reflections : {"nacl.fou", "nacl.fcf"}) {
+    std::ofstream(dir / "nacl.inp") << " Scan 2\n File fou " << reflections << "\n" << control;
+    ASSERT_EQ(run("sintrel " + (dir / "nacl.inp").string()).first, 0) << reflections;
+    ASSERT_TRUE(load_map((dir / "nacl.bin").string())) << reflections;
+    ASSERT_EQ(qp::rho.size(), reference.size());
+    for (std::size_t i = 0; i < reference.size(); ++i)
+      ASSERT_NEAR(qp::rho.data()[i], reference[i], 0.01f * cl) << reflections << " at point " << i;
+    ASSERT_EQ(qp::atomos.natoms, 2) << reflections;
+    for (std::size_t p = 0; p < 2; ++p) {
+      const atom_type& peak = qp::atomos.atom[p];
+      int halves = 0, others = 0;
+      for (float x : peak.x) {
+        const float r = std::fabs(std::remainder(x, 1.0f));
+        halves += r > 0.49f;
+        others += r > 0.01f && r < 0.49f;
+      }
+      EXPECT_EQ(halves % 2 + 2 * others, p == 0 ? 1 : 0) << reflections << ": " << peak.lab;
+      EXPECT_NEAR(peak.var[0], p == 0 ? cl : na, 0.01f * cl) << reflections << ": " << peak.lab;
+    }
+    EXPECT_EQ(read_file((dir / "nacl.pks").string()).substr(0, 2), "! ") << reflections;
+  }
+  fs::remove_all(dir);
+}
+
+// Bad input: a clear message on standard error and in the listing, status
+// 1, and no map left behind.
+TEST(Sintrel, Refusals) {
+  const fs::path dir = example_folder("sintrel_refusals");
+  const std::string control = read_file((dir / "nacl.inp").string()), fou = read_file((dir / "nacl.fou").string());
+  const auto changed = [&](const std::string& from, const std::string& to) {
+    std::string text = control;
+    return text.replace(text.find(from), from.size(), to);
+  };
+  struct row {
+    const char* what;
+    std::string inp, fou, message;
+  };
+  const row rows[] = {
+      {"garbage", control, fou + "1 1 x1 2 3 4\n", "nacl.fou, line 27: the l column holds 'x1', not a number"},
+      {"short line", control, "1 1 1 22.1\n", "nacl.fou, line 1: 4 columns, where h(1) k(2) l(3) fo(4) ph(6) si(5) needs 6"},
+      {"fraction", control, "1 1 0.5 1 1 0\n", "nacl.fou, line 1: the index l is '0.5', not a whole number"},
+      {"no reflection file", control, "", "Cannot read the reflection file"},
+      {"no phase", changed("Form h k l fo si ph", "Form h k l fo si"), fou, "The Form line names no column ph"},
+      {"bad directive", " Grid 48 48\n" + control, fou, "Wrong arguments on line 1 of the control file: grid 48 48"},
+      {"no cell", " Cell 5.64 5.64\n Cell 0 5 5 90 90 90\n" + control.substr(control.find("Spgr") - 1), fou,
+       "no usable cell"},
+      {"fcf without phase", control, "data_x\nloop_\n_refln_index_h\n_refln_index_k\n_refln_index_l\n"
+                                     "_refln_F_squared_meas\n1 1 1 4\n", "lacks an item"},
+      {"huge grid", changed("Grid   48  48  48", "Grid 2000 2000 2000"), fou, "cannot be made"},
+  };
+  for (const row& r : rows) {
+    fs::remove(dir / "nacl.bin");
+    std::ofstream(dir / "nacl.inp") << r.inp;
+    fs::remove(dir / "nacl.fou");
+    if (!r.fou.empty()) std::ofstream(dir / "nacl.fou") << r.fou;
+    const auto [status, out] = run("sintrel " + (dir / "nacl.inp").string());
+    EXPECT_EQ(status, 1) << r.what;
+    EXPECT_NE(out.find(r.message), std::string::npos) << r.what << ": " << out;
+    EXPECT_NE(read_file((dir / "nacl.out").string()).find(r.message), std::string::npos) << r.what;
+    EXPECT_FALSE(fs::exists(dir / "nacl.bin")) << r.what;
+  }
+  EXPECT_EQ(run("sintrel " + (dir / "none.inp").string()).second,
+            "sintrel: Cannot open the control file " + (dir / "none.inp").string() + "\n");
+  fs::remove_all(dir);
 }
 
 // Listings of the example map and of space groups, as text and as JSON: the
