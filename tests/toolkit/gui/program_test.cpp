@@ -1,7 +1,9 @@
 // The program on a display, driven as a user drives it with xdotool: started
 // bare it shows its header, opens the example map through File, Open, leaves
 // the plot on a close request and ends on File, Exit; started on the map it
-// opens straight as contours. Without a display it says so and stops.
+// opens straight as contours, and on the control file it runs sintrel (the
+// one built here, first on the search path) and shows the map it made.
+// Without a display it says so and stops.
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -70,7 +72,8 @@ class Program : public ::testing::Test {
     eventually([this] { return getenv("DISPLAY") == nullptr || (display = XOpenDisplay(nullptr)) != nullptr; });
     if (display == nullptr) GTEST_SKIP() << "no X display";
     fs::create_directories(home);
-    fs::copy_file(QUELMORA_SOURCE_DIR "/examples/nacl.bin", home / "nacl.bin");
+    for (const char* name : {"nacl.bin", "nacl.inp", "nacl.fou"})
+      fs::copy_file(fs::path(QUELMORA_SOURCE_DIR "/examples") / name, home / name);
   }
   void TearDown() override {
     if (pid > 0 && kill(pid, SIGKILL) == 0) waitpid(pid, nullptr, 0);  // left running by a failed check
@@ -82,6 +85,7 @@ class Program : public ::testing::Test {
     pid = fork();
     if (pid != 0) return;
     setenv("HOME", home.c_str(), 1);
+    setenv("PATH", (QUELMORA_BINARY_DIR "/tools:" + std::string(getenv("PATH") ? getenv("PATH") : "/usr/bin:/bin")).c_str(), 1);
     if (!with_display) unsetenv("DISPLAY");
     if (chdir(home.c_str()) == 0 && std::freopen("stderr.txt", "w", stderr) != nullptr) {
       execl(program.c_str(), program.c_str(), map, nullptr);
@@ -134,6 +138,21 @@ TEST_F(Program, AMapOnTheCommandLineOpensAsContours) {
   const Window window = window_named("Graphic Quelmora Program: NaCl rock salt: Na and Cl as Gaussian densities");
   ASSERT_NE(window, 0u) << "no plot window";
   EXPECT_TRUE(eventually([&] { return pixels_where(display, window, top_level) > 0; })) << "no top level drawn";
+  ask_to_close(display, window);
+  EXPECT_EQ(window_named("Graphic Quelmora Program"), window);
+  ask_to_close(display, window);
+  EXPECT_EQ(exit_status(), 0);
+}
+
+// A control file on the command line: the program runs the real sintrel,
+// which makes the map from nacl.fou, and shows it as contours.
+TEST_F(Program, AControlFileRunsSintrelAndShowsItsMap) {
+  fs::remove(home / "nacl.bin");
+  start(true, "nacl.inp");
+  const Window window = window_named("Graphic Quelmora Program: nacl rock salt: na and cl as gaussian densities");
+  ASSERT_NE(window, 0u) << "no plot window";
+  EXPECT_TRUE(eventually([&] { return pixels_where(display, window, top_level) > 0; })) << "no top level drawn";
+  EXPECT_TRUE(fs::exists(home / "nacl.out"));
   ask_to_close(display, window);
   EXPECT_EQ(window_named("Graphic Quelmora Program"), window);
   ask_to_close(display, window);
