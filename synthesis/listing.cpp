@@ -83,6 +83,7 @@ void list_map(std::ostream& out, const synthesis_result_type& result, const cell
       double{cell.cell[1]} / n[1], double{cell.cell[2]} / n[2]);
   put(out, "   Density (e/A^3): min %.5f  max %.5f  mean %.5f  sigma %.5f\n", double{result.denmin},
       double{result.denmax}, double{result.denave}, double{result.densigma});
+  put(out, "   Processor time of the synthesis: %.1f ms\n", result.processor_ms);
 }
 
 void list_atoms(std::ostream& out, const atom_list_type& atoms, const cell_metrics_type& cell) {

@@ -2,7 +2,7 @@
 
 #include <bit>
 #include <cstdio>
-#include <ostream>
+#include <sstream>
 
 #include "control/map_run_block.h"
 #include "crystal/binary_stream.h"
@@ -48,8 +48,9 @@ atom_list_type peak_atoms(const std::vector<peak_type>& peaks) {
   return list;
 }
 
-void write_map_file(std::ostream& out, const cell_metrics_type& cell, const space_group_type& group,
+void write_map_file(whole_file& file, const cell_metrics_type& cell, const space_group_type& group,
                     const synthesis_result_type& result, const atom_list_type& peaks) {
+  std::ostringstream out(std::ios::binary);
   binary_stream::byte_writer w{out};
   w.text(qp::titulo, title_length);
   w.text(qp::version, version_length);
@@ -61,7 +62,9 @@ void write_map_file(std::ostream& out, const cell_metrics_type& cell, const spac
   grid_block(w, result);
   w.number(result.denave);
   w.number(result.densigma);
-  out.write(reinterpret_cast<const char*>(result.rho.data()),
-            static_cast<std::streamsize>(result.rho.size() * sizeof(float)));
+  whole_file_write(file, out.str());
+  whole_file_write(file, {reinterpret_cast<const char*>(result.rho.data()), result.rho.size() * sizeof(float)});
+  out.str({});
   if (qp::npeaks > 0) write_bin_atom_list(peaks, out);
+  whole_file_write(file, out.str());
 }

@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string_view>
 
 namespace {
@@ -18,6 +17,21 @@ constexpr const char* slot_names[column_slots] = {"h", "k", "l", "fo", "fc", "si
 // Columns when the control file has no Form line: "h k l fo fc phase".
 constexpr std::array<std::int32_t, 9> default_columns = {1, 2, 3, 4, 5, 0, 6, 0, 0};
 
+// The lines of a text one after the other, without copies, counted from 1.
+struct line_reader {
+  std::string_view text;
+  std::size_t at = 0;
+  std::size_t number = 0;
+  bool next(std::string_view& line) {
+    if (at >= text.size()) return false;
+    const std::size_t end = std::min(text.find('\n', at), text.size());
+    line = text.substr(at, end - at);
+    at = end + 1;
+    ++number;
+    return true;
+  }
+};
+
 void fail(std::string message) {
   err_synthesis = true;
   err_synthesis_mess = std::move(message);
@@ -27,10 +41,12 @@ std::string line_place(const std::string& path, std::size_t line) {
   return path + ", line " + std::to_string(line) + ": ";
 }
 
-// The blank separated words of a line up to its comment ("!" or "#").
-std::vector<std::string_view> words_of(std::string_view line) {
+// The blank separated words of a line up to its comment ("!" or "#"), into
+// a list kept from line to line.
+const std::vector<std::string_view>& words_of(std::string_view line) {
+  static std::vector<std::string_view> words;
   line = line.substr(0, line.find_first_of("!#"));
-  std::vector<std::string_view> words;
+  words.clear();
   std::size_t at = 0;
   while (true) {
     const std::size_t start = line.find_first_not_of(" \t\r\v\f", at);
@@ -56,15 +72,15 @@ bool number_of(std::string_view word, double& value) {
 
 // Stores one value of a reflection; false, with the message, when the word
 // is no number or no index.
-bool take(reflection_type& r, column_slot slot, std::string_view word, const std::string& where) {
+bool take(reflection_type& r, column_slot slot, std::string_view word, const std::string& path, std::size_t line) {
   double v = 0.0;
   if (!number_of(word, v)) {
-    fail(where + "the " + slot_names[slot] + " column holds '" + std::string(word) + "', not a number");
+    fail(line_place(path, line) + "the " + slot_names[slot] + " column holds '" + std::string(word) + "', not a number");
     return false;
   }
   if (slot <= col_l) {
     if (v != std::round(v) || std::fabs(v) > max_index) {
-      fail(where + "the index " + slot_names[slot] + " is '" + std::string(word) + "', not a whole number up to 4096");
+      fail(line_place(path, line) + "the index " + slot_names[slot] + " is '" + std::string(word) + "', not a whole number up to 4096");
       return false;
     }
     r.hkl[slot] = static_cast<std::int32_t>(v);
@@ -87,7 +103,7 @@ bool columns_to_read(const std::array<std::int32_t, 9>& columns, std::int32_t nt
   return true;
 }
 
-void read_plain(std::istream& in, const std::string& path, std::array<std::int32_t, 9> columns, std::int32_t ntype,
+void read_plain(line_reader& in, const std::string& path, std::array<std::int32_t, 9> columns, std::int32_t ntype,
                 reflection_set_type& set) {
   if (std::all_of(columns.begin(), columns.end(), [](std::int32_t c) { return c == 0; })) columns = default_columns;
   std::vector<column_slot> slots;
@@ -98,10 +114,10 @@ void read_plain(std::istream& in, const std::string& path, std::array<std::int32
     set.layout += std::string(set.layout.empty() ? "" : " ") + slot_names[s] + "(" + std::to_string(columns[s]) + ")";
   }
   set.has_sigma = columns[col_si] > 0;
-  std::size_t number = 0;
-  for (std::string line; std::getline(in, line);) {
-    ++number;
-    const auto words = words_of(line);
+  set.list.reserve(static_cast<std::size_t>(std::count(in.text.begin(), in.text.end(), '\n')) + 1);
+  for (std::string_view line; in.next(line);) {
+    const std::size_t number = in.number;
+    const auto& words = words_of(line);
     if (words.empty()) continue;
     if (words.size() < widest) {
       fail(line_place(path, number) + std::to_string(words.size()) + " columns, where " + set.layout + " needs " +
@@ -110,7 +126,7 @@ void read_plain(std::istream& in, const std::string& path, std::array<std::int32
     }
     reflection_type r;
     for (column_slot s : slots)
-      if (!take(r, s, words[static_cast<std::size_t>(columns[s] - 1)], line_place(path, number))) return;
+      if (!take(r, s, words[static_cast<std::size_t>(columns[s] - 1)], path, number)) return;
     set.list.push_back(r);
   }
 }
@@ -154,14 +170,12 @@ void from_squares(reflection_type& r, bool squared_fo, bool squared_sigma) {
 
 // The loop whose items include _refln_index_h. Its rows are read as a stream
 // of values, so a row may run over several lines.
-void read_cif(std::istream& in, const std::string& path, std::int32_t ntype, reflection_set_type& set) {
+void read_cif(line_reader& in, const std::string& path, std::int32_t ntype, reflection_set_type& set) {
   std::vector<std::string> tags;
-  std::size_t number = 0;
-  std::string line;
+  std::string_view line;
   bool in_loop_head = false;
-  while (std::getline(in, line)) {
-    ++number;
-    const auto words = words_of(line);
+  while (in.next(line)) {
+    const auto& words = words_of(line);
     if (words.empty()) continue;
     const std::string first = lower(words[0]);
     if (first == "loop_") {
@@ -195,31 +209,31 @@ void read_cif(std::istream& in, const std::string& path, std::int32_t ntype, ref
   set.layout = "CIF reflection loop of " + std::to_string(tags.size()) + " items";
   set.has_sigma = columns[col_si] > 0;
   std::vector<std::string> row;
-  std::size_t row_line = number;
+  std::size_t row_line = in.number;
   do {
-    const auto words = words_of(line);
+    const auto& words = words_of(line);
     if (words.empty()) continue;
     if (ends_loop(lower(words[0]))) break;
     for (std::string_view w : words) {
-      if (row.empty()) row_line = number;
+      if (row.empty()) row_line = in.number;
       row.emplace_back(w);
       if (row.size() < tags.size()) continue;
       reflection_type r;
       for (column_slot s : slots)
-        if (!take(r, s, row[static_cast<std::size_t>(columns[s] - 1)], line_place(path, row_line))) return;
+        if (!take(r, s, row[static_cast<std::size_t>(columns[s] - 1)], path, row_line)) return;
       from_squares(r, squared_fo, squared_sigma);
       set.list.push_back(r);
       row.clear();
     }
-  } while (++number, std::getline(in, line));
+  } while (in.next(line));
   if (!row.empty()) fail(line_place(path, row_line) + "the last row of the reflection loop is incomplete");
 }
 
 // A CIF file is told by a line that starts with a data block, a loop or a tag.
-bool is_cif(const std::string& text) {
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) {
-    const auto words = words_of(line);
+bool is_cif(std::string_view text) {
+  line_reader in{text};
+  for (std::string_view line; in.next(line);) {
+    const auto& words = words_of(line);
     if (!words.empty()) {
       const std::string first = lower(words[0]);
       if (first[0] == '_' || first == "loop_" || first.rfind("data_", 0) == 0) return true;
@@ -253,7 +267,7 @@ void read_reflections(const std::string& path, const std::array<std::int32_t, 9>
     return;
   }
   const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  std::istringstream in(text);
+  line_reader in{text};
   if (is_cif(text))
     read_cif(in, path, ntype, set);
   else

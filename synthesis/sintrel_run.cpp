@@ -120,13 +120,25 @@ void list_structure(run_type& run) {
   }
 }
 
+bool written(run_type& run, const std::string& path, bool done, const std::string& why) {
+  if (!done) return fail(run, "Cannot write " + why);
+  run.listing << "   Written: " << path << '\n';
+  return true;
+}
+
 bool write_whole(run_type& run, const std::string& path, const std::string& bytes) {
   std::string why;
-  if (write_whole_file(path, bytes, why)) {
-    run.listing << "   Written: " << path << '\n';
-    return true;
-  }
-  return fail(run, "Cannot write " + why);
+  const bool done = write_whole_file(path, bytes, why);
+  return written(run, path, done, why);
+}
+
+bool write_map(run_type& run) {
+  whole_file file;
+  std::string why;
+  if (!whole_file_open(file, qp::filbin, why)) return written(run, qp::filbin, false, why);
+  write_map_file(file, run.cell, run.group, run.result, peak_atoms(run.peaks));
+  const bool done = whole_file_commit(file, why);
+  return written(run, qp::filbin, done, why);
 }
 
 bool write_results(run_type& run) {
@@ -134,9 +146,7 @@ bool write_results(run_type& run) {
   qp::filinp = run.control_file;
   qp::filbin = run.stem + ".bin";
   qp::npeaks = static_cast<std::int32_t>(run.peaks.size());
-  std::ostringstream map(std::ios::binary);
-  write_map_file(map, run.cell, run.group, run.result, peak_atoms(run.peaks));
-  if (!write_whole(run, qp::filbin, map.str())) return false;
+  if (!write_map(run)) return false;
   if (run.peaks.empty()) return true;
   std::ostringstream pks;
   pks << "! Peaks of " << run.control_file << ": label, x, y, z (fractional), height (e/A^3)\n";

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <unordered_map>
 
 namespace {
 
@@ -51,42 +50,54 @@ bool systematically_absent(const vec3i& hkl, const expansion_type& e) {
   return false;
 }
 
-void equivalents(const coefficient_type& c, const expansion_type& e, std::vector<coefficient_type>& orbit) {
+void equivalents(const coefficient_type& source, const expansion_type& e, std::vector<coefficient_type>& orbit) {
   orbit.clear();
   for (const sym_oper_type& op : e.ops) {
-    const vec3i h = times(c.hkl, op.rot);
-    std::complex<double> v = c.value;
-    if (e.phase_shifts) v *= std::polar(1.0, -2.0 * std::numbers::pi * dot(c.hkl, op.tr));
+    const vec3i h = times(source.hkl, op.rot);
+    std::complex<double> v = source.value;
+    const double shift = e.phase_shifts ? dot(source.hkl, op.tr) : 0.0;
+    if (shift != 0.0) v *= std::polar(1.0, -2.0 * std::numbers::pi * shift);
     orbit.push_back({h, v});
     orbit.push_back({{-h[0], -h[1], -h[2]}, std::conj(v)});
   }
-  std::stable_sort(orbit.begin(), orbit.end(),
-                   [](const coefficient_type& a, const coefficient_type& b) { return key_of(a.hkl) < key_of(b.hkl); });
+  // By index, the first generated first among equal ones. An insertion sort:
+  // an orbit has 96 members at most, and a library sort would allocate.
+  for (std::size_t i = 1; i < orbit.size(); ++i) {
+    const coefficient_type c = orbit[i];
+    std::size_t j = i;
+    for (; j > 0 && key_of(orbit[j - 1].hkl) > key_of(c.hkl); --j) orbit[j] = orbit[j - 1];
+    orbit[j] = c;
+  }
   orbit.erase(std::unique(orbit.begin(), orbit.end(),
                           [](const coefficient_type& a, const coefficient_type& b) { return a.hkl == b.hkl; }),
               orbit.end());
 }
 
 std::int64_t merge_equivalents(std::vector<coefficient_type>& list, const expansion_type& e) {
-  std::unordered_map<std::int64_t, std::size_t> place;
-  std::vector<coefficient_type> merged;
-  std::vector<std::int32_t> count;
+  // Each reflection brought to the largest index of its orbit, then sorted
+  // by that index (in file order among equals) and averaged run by run.
+  struct brought_type {
+    std::int64_t key;
+    std::size_t order;
+    coefficient_type c;
+  };
+  std::vector<brought_type> brought;
+  brought.reserve(list.size());
   std::vector<coefficient_type> orbit;
-  std::int64_t repeats = 0;
   for (const coefficient_type& c : list) {
     equivalents(c, e, orbit);
-    const coefficient_type& representative = orbit.back();  // the largest index of the orbit
-    const auto [at, fresh] = place.try_emplace(key_of(representative.hkl), merged.size());
-    if (fresh) {
-      merged.push_back(representative);
-      count.push_back(1);
-    } else {
-      merged[at->second].value += representative.value;
-      ++count[at->second];
-      ++repeats;
-    }
+    brought.push_back({key_of(orbit.back().hkl), brought.size(), orbit.back()});
   }
-  for (std::size_t i = 0; i < merged.size(); ++i) merged[i].value /= count[i];
-  list = std::move(merged);
-  return repeats;
+  std::sort(brought.begin(), brought.end(), [](const brought_type& a, const brought_type& b) {
+    return a.key != b.key ? a.key < b.key : a.order < b.order;
+  });
+  list.clear();
+  for (std::size_t i = 0; i < brought.size();) {
+    std::size_t end = i + 1;
+    std::complex<double> sum = brought[i].c.value;
+    for (; end < brought.size() && brought[end].key == brought[i].key; ++end) sum += brought[end].c.value;
+    list.push_back({brought[i].c.hkl, sum / static_cast<double>(end - i)});
+    i = end;
+  }
+  return static_cast<std::int64_t>(brought.size() - list.size());
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 #include <numbers>
 
 #include "synthesis/fourier_map.h"
@@ -101,6 +102,7 @@ void compute_synthesis(const reflection_set_type& set, const synthesis_request_t
   err_synthesis = false;
   err_synthesis_mess.clear();
   result = {};
+  const std::clock_t start = std::clock();
   const expansion_type e = expansion_of(group, !is_patterson(request.ntype));
   std::vector<coefficient_type> list = admitted(set, request, cell, e, result.counts);
   result.counts.merged = merge_equivalents(list, e);
@@ -126,4 +128,5 @@ void compute_synthesis(const reflection_set_type& set, const synthesis_request_t
       fourier_map(list, e, f000_term, request.scale, cell.cell_vol, result.grid, result.rho);
   if (result.counts.in_cell < 0) return;
   statistics(result);
+  result.processor_ms = 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }

@@ -45,6 +45,7 @@ struct synthesis_result_type {
   reflection_counts_type counts;
   farray3<float> rho;  // the whole cell, x fastest
   float denmin = 0.0f, denmax = 0.0f, denave = 0.0f, densigma = 0.0f;
+  double processor_ms = 0.0;  // the synthesis's own processor time, for the listing
 };
 
 // sin(theta)/lambda = 1/(2d) of a reflection in the cell.
