@@ -152,7 +152,9 @@ const cif_item* item_of(const std::string& tag) {
   return nullptr;
 }
 
-bool ends_loop(const std::string& first_word) {
+// A tag, a loop or a data block: what ends a loop's rows, and what a CIF
+// file starts with.
+bool is_cif_keyword(const std::string& first_word) {
   return first_word[0] == '_' || first_word == "loop_" || first_word.rfind("data_", 0) == 0;
 }
 
@@ -213,7 +215,7 @@ void read_cif(line_reader& in, const std::string& path, std::int32_t ntype, refl
   do {
     const auto& words = words_of(line);
     if (words.empty()) continue;
-    if (ends_loop(lower(words[0]))) break;
+    if (is_cif_keyword(lower(words[0]))) break;
     for (std::string_view w : words) {
       if (row.empty()) row_line = in.number;
       row.emplace_back(w);
@@ -229,16 +231,12 @@ void read_cif(line_reader& in, const std::string& path, std::int32_t ntype, refl
   if (!row.empty()) fail(line_place(path, row_line) + "the last row of the reflection loop is incomplete");
 }
 
-// A CIF file is told by a line that starts with a data block, a loop or a tag.
+// A CIF file is told by its first word: a data block, a loop or a tag,
+// where a list of reflections starts with a number.
 bool is_cif(std::string_view text) {
   line_reader in{text};
-  for (std::string_view line; in.next(line);) {
-    const auto& words = words_of(line);
-    if (!words.empty()) {
-      const std::string first = lower(words[0]);
-      if (first[0] == '_' || first == "loop_" || first.rfind("data_", 0) == 0) return true;
-    }
-  }
+  for (std::string_view line; in.next(line);)
+    if (const auto& words = words_of(line); !words.empty()) return is_cif_keyword(lower(words[0]));
   return false;
 }
 

@@ -95,6 +95,7 @@ bool read_data(run_type& run) {
   const std::string path = side_file(run.control_file, name);
   read_reflections(path, qp::lugar, qp::ntype, run.reflections);
   if (err_synthesis) return fail(run, err_synthesis_mess);
+  if (run.reflections.list.empty()) return fail(run, "The reflection file " + path + " holds no reflection");
   qp::filfou = name;
   run.request = {qp::ntype, qp::f000, qp::f000s, qp::smin, qp::smax, qp::sigm, qp::ngrid};
   compute_synthesis(run.reflections, run.request, run.cell, run.group, run.result);
@@ -104,6 +105,7 @@ bool read_data(run_type& run) {
   return true;
 }
 
+// The atoms and distances the control file asks to list, and the peaks.
 void list_structure(run_type& run) {
   if (!fixed_text::is_blank(qp::filatm))
     run.listing << "\n   The atoms file " << qp::filatm
@@ -141,12 +143,8 @@ bool write_map(run_type& run) {
   return written(run, qp::filbin, done, why);
 }
 
-bool write_results(run_type& run) {
-  run.listing << '\n';
-  qp::filinp = run.control_file;
-  qp::filbin = run.stem + ".bin";
-  qp::npeaks = static_cast<std::int32_t>(run.peaks.size());
-  if (!write_map(run)) return false;
+// The peaks file, when peaks were found.
+bool write_peaks(run_type& run) {
   if (run.peaks.empty()) return true;
   std::ostringstream pks;
   pks << "! Peaks of " << run.control_file << ": label, x, y, z (fractional), height (e/A^3)\n";
@@ -160,6 +158,15 @@ bool write_results(run_type& run) {
   return write_whole(run, run.stem + ".pks", pks.str());
 }
 
+// The map last, so that a run that fails on the way leaves none.
+bool write_results(run_type& run) {
+  run.listing << '\n';
+  qp::filinp = run.control_file;
+  qp::filbin = run.stem + ".bin";
+  qp::npeaks = static_cast<std::int32_t>(run.peaks.size());
+  return write_peaks(run) && write_map(run);
+}
+
 }  // namespace
 
 int run_sintrel(const std::string& control_file) {
@@ -167,8 +174,11 @@ int run_sintrel(const std::string& control_file) {
   run.control_file = control_file;
   run.stem = stem_of(control_file);
   run.listing << " sintrel: Fourier synthesis of " << control_file << '\n';
-  const bool done = read_control(run) && set_crystal(run) && read_data(run) &&
-                    (list_structure(run), write_results(run));
+  bool done = read_control(run) && set_crystal(run) && read_data(run);
+  if (done) {
+    list_structure(run);
+    done = write_results(run);
+  }
   run.listing << (done ? "\n Done.\n" : "\n The run failed: no map was written.\n");
   std::string why;
   if (!write_whole_file(run.stem + ".out", run.listing.str(), why)) {
