@@ -2,10 +2,49 @@
 // elements in one contiguous block (so that a whole grid is one transfer).
 #pragma once
 
+#include <sys/mman.h>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <new>
 #include <vector>
+
+// Memory for map data. A block of 2 MB or more is aligned on 2 MB and the
+// kernel is asked for pages of that size: a fresh grid of millions of points
+// is then first filled with a few page faults instead of thousands, which
+// otherwise cost as much as computing it.
+template <typename T>
+struct map_allocator {
+  using value_type = T;
+  static constexpr std::size_t huge_page = std::size_t{1} << 21;
+
+  map_allocator() = default;
+  template <typename U>
+  map_allocator(const map_allocator<U>&) {}
+
+  // As std::allocator's, so that a vector refuses the same counts.
+  std::size_t max_size() const noexcept { return static_cast<std::size_t>(PTRDIFF_MAX) / sizeof(T); }
+
+  T* allocate(std::size_t n) {
+    if (n > max_size()) throw std::bad_alloc();
+    const std::size_t bytes = n * sizeof(T);
+    if (bytes < huge_page) return static_cast<T*>(::operator new(bytes));
+    const std::size_t rounded = (bytes + huge_page - 1) / huge_page * huge_page;
+    void* p = std::aligned_alloc(huge_page, rounded);
+    if (p == nullptr) throw std::bad_alloc();
+    madvise(p, rounded, MADV_HUGEPAGE);
+    return static_cast<T*>(p);
+  }
+  void deallocate(T* p, std::size_t n) {
+    if (n * sizeof(T) < huge_page)
+      ::operator delete(p);
+    else
+      std::free(p);
+  }
+  friend bool operator==(const map_allocator&, const map_allocator&) { return true; }
+};
 
 template <typename T>
 class farray2 {
@@ -40,7 +79,7 @@ class farray2 {
   }
   std::int32_t n1_ = 0, n2_ = 0;
   bool allocated_ = false;
-  std::vector<T> data_;
+  std::vector<T, map_allocator<T>> data_;
 };
 
 template <typename T>
@@ -82,5 +121,5 @@ class farray3 {
   }
   std::array<std::int32_t, 3> n_{0, 0, 0};
   bool allocated_ = false;
-  std::vector<T> data_;
+  std::vector<T, map_allocator<T>> data_;
 };

@@ -1,31 +1,16 @@
 #include "synthesis/fourier_map.h"
 
 #include <fftw3.h>
-#include <sys/mman.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <complex>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "synthesis/reflections.h"
 
 namespace {
-
-struct free_deleter {
-  void operator()(void* p) const { std::free(p); }
-};
-
-// Memory for the coefficients, in 2 MB pages where the kernel gives them on
-// request: touching a fresh grid then costs a few page faults instead of
-// thousands, which in a fresh process weighs as much as the transform.
-fftwf_complex* spectrum_memory(std::size_t bins) {
-  constexpr std::size_t huge_page = std::size_t{1} << 21;
-  const std::size_t bytes = (bins * sizeof(fftwf_complex) + huge_page - 1) / huge_page * huge_page;
-  void* p = std::aligned_alloc(huge_page, bytes);
-  if (p != nullptr) madvise(p, bytes, MADV_HUGEPAGE);
-  return static_cast<fftwf_complex*>(p);
-}
 
 struct plan_deleter {
   void operator()(fftwf_plan p) const { fftwf_destroy_plan(p); }
@@ -38,7 +23,7 @@ std::int32_t fold(std::int32_t h, std::int32_t n) {
 
 }  // namespace
 
-std::int64_t fourier_map(const std::vector<coefficient_type>& unique, const expansion_type& e, double f000_term,
+std::int64_t fourier_map(const coefficient_list& unique, const expansion_type& e, double f000_term,
                          double scale, double volume, const std::array<std::int32_t, 3>& n, farray3<float>& rho) {
   const auto [nx, ny, nz] = n;
   // FFTW counts in row-major order, so the map (x fastest) is nz x ny x nx
@@ -47,16 +32,22 @@ std::int64_t fourier_map(const std::vector<coefficient_type>& unique, const expa
   const std::size_t points = static_cast<std::size_t>(nx) * static_cast<std::size_t>(ny) * static_cast<std::size_t>(nz);
   const std::size_t bins = half * static_cast<std::size_t>(ny) * static_cast<std::size_t>(nz);
   // The transform writes straight into the map: one grid of memory less.
-  rho.allocate(nx, ny, nz);
-  std::unique_ptr<fftwf_complex[], free_deleter> spectrum(spectrum_memory(bins));
+  // The coefficients start at 0; FFTW's complex is laid out as std::complex.
+  std::vector<std::complex<float>, map_allocator<std::complex<float>>> spectrum;
   std::unique_ptr<fftwf_plan_s, plan_deleter> plan;
-  if (spectrum) plan.reset(fftwf_plan_dft_c2r_3d(nz, ny, nx, spectrum.get(), rho.data(), FFTW_ESTIMATE));
+  try {
+    rho.allocate(nx, ny, nz);
+    spectrum.resize(bins);
+    plan.reset(fftwf_plan_dft_c2r_3d(nz, ny, nx, reinterpret_cast<fftwf_complex*>(spectrum.data()), rho.data(),
+                                     FFTW_ESTIMATE));
+  } catch (const std::bad_alloc&) {
+    plan.reset();
+  }
   if (!plan) {
     err_synthesis = true;
     err_synthesis_mess = "Not enough memory for a grid of " + std::to_string(points) + " points";
     return -1;
   }
-  std::fill_n(&spectrum[0][0], 2 * bins, 0.0f);
 
   // FFTW sums with exp(+2 pi i h.x): each coefficient goes in conjugated.
   // Of a Friedel pair only the member in the stored half is placed; the
@@ -72,11 +63,10 @@ std::int64_t fourier_map(const std::vector<coefficient_type>& unique, const expa
       const std::size_t at =
           (static_cast<std::size_t>(fold(o.hkl[2], nz)) * static_cast<std::size_t>(ny) +
            static_cast<std::size_t>(fold(o.hkl[1], ny))) * half + static_cast<std::size_t>(h);
-      spectrum[at][0] += static_cast<float>(scale * o.value.real());
-      spectrum[at][1] -= static_cast<float>(scale * o.value.imag());
+      spectrum[at] += std::conj(std::complex<float>(scale * o.value));
     }
   }
-  spectrum[0][0] += static_cast<float>(f000_term);
+  spectrum[0] += static_cast<float>(f000_term);
   fftwf_execute(plan.get());
 
   const auto per_volume = static_cast<float>(1.0 / volume);

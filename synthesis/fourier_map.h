@@ -16,5 +16,5 @@
 // Indices beyond the grid fold onto it: the values at the grid points stay
 // exact. Returns the number of coefficients summed, or -1 (with the error
 // pair of the synthesis set) when the memory is not there.
-std::int64_t fourier_map(const std::vector<coefficient_type>& unique, const expansion_type& e, double f000_term,
+std::int64_t fourier_map(const coefficient_list& unique, const expansion_type& e, double f000_term,
                          double scale, double volume, const std::array<std::int32_t, 3>& n, farray3<float>& rho);

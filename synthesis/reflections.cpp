@@ -6,7 +6,6 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string_view>
 
 namespace {
@@ -264,7 +263,13 @@ void read_reflections(const std::string& path, const std::array<std::int32_t, 9>
     fail("Cannot read the reflection file " + path);
     return;
   }
-  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const auto size = static_cast<std::size_t>(std::filesystem::file_size(path, error));
+  std::vector<char, map_allocator<char>> bytes(size);
+  if (error || !file.read(bytes.data(), static_cast<std::streamsize>(size))) {
+    fail("Cannot read the reflection file " + path);
+    return;
+  }
+  const std::string_view text(bytes.data(), bytes.size());
   line_reader in{text};
   if (is_cif(text))
     read_cif(in, path, ntype, set);

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "crystal/farray.h"
 #include "crystal/vector_types.h"
 
 // Error pair of the synthesis library, cleared on entry to each operation
@@ -32,7 +33,7 @@ struct reflection_type {
 };
 
 struct reflection_set_type {
-  std::vector<reflection_type> list;
+  std::vector<reflection_type, map_allocator<reflection_type>> list;  // a large file's list is a large block
   bool has_sigma = false;  // a sigma column was read
   std::string layout;      // the columns as read, for the listing
 };

@@ -73,7 +73,7 @@ void equivalents(const coefficient_type& source, const expansion_type& e, std::v
               orbit.end());
 }
 
-std::int64_t merge_equivalents(std::vector<coefficient_type>& list, const expansion_type& e) {
+std::int64_t merge_equivalents(coefficient_list& list, const expansion_type& e) {
   // Each reflection brought to the largest index of its orbit, then sorted
   // by that index (in file order among equals) and averaged run by run.
   struct brought_type {
@@ -81,7 +81,7 @@ std::int64_t merge_equivalents(std::vector<coefficient_type>& list, const expans
     std::size_t order;
     coefficient_type c;
   };
-  std::vector<brought_type> brought;
+  std::vector<brought_type, map_allocator<brought_type>> brought;
   brought.reserve(list.size());
   std::vector<coefficient_type> orbit;
   for (const coefficient_type& c : list) {

@@ -10,12 +10,15 @@
 #include <cstdint>
 #include <vector>
 
+#include "crystal/farray.h"
 #include "crystal/vant_crystallographic_symmetry.h"
 
 struct coefficient_type {
   vec3i hkl{};
   std::complex<double> value;
 };
+// The coefficients of a run: as many as the reflections, held as map data.
+using coefficient_list = std::vector<coefficient_type, map_allocator<coefficient_type>>;
 
 // The operators a reflection is spread by: one per rotation of the group
 // (the centring repeats give the same indices), and the centring vectors,
@@ -38,4 +41,4 @@ void equivalents(const coefficient_type& c, const expansion_type& e, std::vector
 // Merges the reflections of the list that stand for the same orbit: each
 // orbit keeps one member, carrying the mean of the values brought to it.
 // Returns how many reflections were merged into one read before them.
-std::int64_t merge_equivalents(std::vector<coefficient_type>& list, const expansion_type& e);
+std::int64_t merge_equivalents(coefficient_list& list, const expansion_type& e);

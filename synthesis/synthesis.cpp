@@ -28,10 +28,10 @@ std::complex<double> coefficient_of(const reflection_type& r, std::int32_t ntype
 }
 
 // The reflections that take part, each counted where it goes.
-std::vector<coefficient_type> admitted(const reflection_set_type& set, const synthesis_request_type& request,
+coefficient_list admitted(const reflection_set_type& set, const synthesis_request_type& request,
                                        const cell_metrics_type& cell, const expansion_type& e,
                                        reflection_counts_type& counts) {
-  std::vector<coefficient_type> list;
+  coefficient_list list;
   list.reserve(set.list.size());
   for (const reflection_type& r : set.list) {
     ++counts.read;
@@ -104,7 +104,7 @@ void compute_synthesis(const reflection_set_type& set, const synthesis_request_t
   result = {};
   const std::clock_t start = std::clock();
   const expansion_type e = expansion_of(group, !is_patterson(request.ntype));
-  std::vector<coefficient_type> list = admitted(set, request, cell, e, result.counts);
+  coefficient_list list = admitted(set, request, cell, e, result.counts);
   result.counts.merged = merge_equivalents(list, e);
   result.counts.unique = static_cast<std::int64_t>(list.size());
 
