@@ -6,8 +6,10 @@
 #include <complex>
 #include <numbers>
 
+#include "synthesis/grid_choice.h"
 #include "synthesis/peak_search.h"
 #include "synthesis/synthesis.h"
+#include "tests/data_files.h"
 
 namespace {
 
@@ -169,6 +171,16 @@ TEST(Synthesis, OneAtomInP1) {
       EXPECT_EQ(result.densigma, 0.0f);
       EXPECT_LT(result.denmax - result.denmin, 1e-6);
     }
+  }
+}
+
+TEST(Synthesis, AutomaticGrid) {
+  for (const auto& row : data_table("synthesis/automatic_grids.txt", 4)) {
+    space_group_type group;
+    set_spacegroup(row[0], group);
+    const std::vector<float> cell = numbers(row[1]);
+    const std::array<std::int32_t, 3> n = automatic_grid({cell[0], cell[1], cell[2]}, numbers<double>(row[2])[0], group);
+    EXPECT_EQ(std::vector<std::int32_t>(n.begin(), n.end()), numbers<std::int32_t>(row[3])) << row[0] << ", " << row[2];
   }
 }
 
