@@ -17,8 +17,10 @@ bool only_2_3_5(std::int32_t n) {
 // The smallest d (up to 24) with t d whole: 2 for 1/2, 3 for 2/3, 4 for 3/4.
 // Only sizes of 2, 3 and 5 are tried, so that a grid of such sizes exists.
 std::int32_t denominator(float t) {
-  for (std::int32_t d = 1; d <= 24; ++d)
-    if (only_2_3_5(d) && std::fabs(static_cast<double>(t) * d - std::round(t * static_cast<double>(d))) < 1e-3) return d;
+  for (std::int32_t d = 1; d <= 24; ++d) {
+    const double td = static_cast<double>(t) * d;
+    if (only_2_3_5(d) && std::fabs(td - std::round(td)) < 1e-3) return d;
+  }
   return 1;
 }
 

@@ -57,7 +57,8 @@ void list_reflections(std::ostream& out, const std::string& file, const reflecti
   else
     put(out, "   Limits: sin(theta)/lambda from %.4f, no upper limit\n", request.smin);
   if (request.sigm > 0.0)
-    put(out, "   Sigma cut: %s\n", set.has_sigma ? "Fo below sigm x sigma is left out" : "asked for, but the file has no sigma");
+    put(out, "   Sigma cut: %s\n",
+        set.has_sigma ? "Fo below sigm x sigma is left out" : "asked for, but the file has no sigma");
   const struct {
     const char* what;
     std::int64_t count;

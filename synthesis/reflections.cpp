@@ -74,12 +74,14 @@ bool number_of(std::string_view word, double& value) {
 bool take(reflection_type& r, column_slot slot, std::string_view word, const std::string& path, std::size_t line) {
   double v = 0.0;
   if (!number_of(word, v)) {
-    fail(line_place(path, line) + "the " + slot_names[slot] + " column holds '" + std::string(word) + "', not a number");
+    fail(line_place(path, line) + "the " + slot_names[slot] + " column holds '" + std::string(word) +
+         "', not a number");
     return false;
   }
   if (slot <= col_l) {
     if (v != std::round(v) || std::fabs(v) > max_index) {
-      fail(line_place(path, line) + "the index " + slot_names[slot] + " is '" + std::string(word) + "', not a whole number up to 4096");
+      fail(line_place(path, line) + "the index " + slot_names[slot] + " is '" + std::string(word) +
+           "', not a whole number up to 4096");
       return false;
     }
     r.hkl[slot] = static_cast<std::int32_t>(v);

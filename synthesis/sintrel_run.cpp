@@ -71,7 +71,8 @@ bool read_control(run_type& run) {
   std::istringstream lines(text);
   read_control_file(lines);
   if (err_control != control_failure::none) return fail(run, err_control_mess);
-  if (qp::ntype < 1 || qp::ntype > 7) return fail(run, "The Fourier directive names no kind of synthesis sintrel makes");
+  if (qp::ntype < 1 || qp::ntype > 7)
+    return fail(run, "The Fourier directive names no kind of synthesis sintrel makes");
   return true;
 }
 

@@ -36,7 +36,8 @@ expansion_type expansion_of(const space_group_type& group, bool phase_shifts) {
   e.phase_shifts = phase_shifts;
   const std::size_t lattice = std::max<std::size_t>(group.latt_trans.size(), 1);
   const std::size_t rotations = std::max<std::size_t>(group.sym_op.size() / lattice, 1);
-  e.ops.assign(group.sym_op.begin(), group.sym_op.begin() + static_cast<std::ptrdiff_t>(std::min(rotations, group.sym_op.size())));
+  const auto first_block = static_cast<std::ptrdiff_t>(std::min(rotations, group.sym_op.size()));
+  e.ops.assign(group.sym_op.begin(), group.sym_op.begin() + first_block);
   if (e.ops.empty()) e.ops.push_back({{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {}});
   if (group.latt_trans.size() > 1) e.centring.assign(group.latt_trans.begin() + 1, group.latt_trans.end());
   return e;
@@ -61,7 +62,8 @@ void equivalents(const coefficient_type& source, const expansion_type& e, std::v
     orbit.push_back({{-h[0], -h[1], -h[2]}, std::conj(v)});
   }
   // By index, the first generated first among equal ones. An insertion sort:
-  // an orbit has 96 members at most, and a library sort would allocate.
+  // an orbit has 96 members at most, and a stable library sort would
+  // allocate on every call.
   for (std::size_t i = 1; i < orbit.size(); ++i) {
     const coefficient_type c = orbit[i];
     std::size_t j = i;
