@@ -204,6 +204,9 @@ void key(Widget w, KeySym sym, unsigned state = 0) {
   e.xkey = {KeyPress, 0, True, x11_display(), XtWindow(w), DefaultRootWindow(x11_display()), None, CurrentTime,
             1, 1, 1, 1, state, XKeysymToKeycode(x11_display(), sym), True};
   XSendEvent(x11_display(), XtWindow(w), True, KeyPressMask, &e);
+  // Handled now, before any later step looks at what it did.
+  XSync(x11_display(), False);
+  while (XtAppPending(x11_app()) & XtIMXEvent) XtAppProcessEvent(x11_app(), XtIMXEvent);
 }
 
 // Ctrl+A in the name field selects the name proposed, so that typing
