@@ -7,6 +7,7 @@
 #include "app/menu_calc.h"
 #include "app/quelmora_fourier.h"
 #include "app/quelmora_initialize.h"
+#include "app/data_dialog.h"
 #include "app/stand_ins.h"
 #include "crystal/fixed_text.h"
 #include "maps/binary_map.h"

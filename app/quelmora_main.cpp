@@ -3,6 +3,7 @@
 #include <cfenv>
 
 #include "app/menu_calc.h"
+#include "app/menu_edit.h"
 #include "app/menu_file.h"
 #include "app/menu_help.h"
 #include "app/quelmora_fourier.h"

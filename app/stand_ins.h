@@ -4,8 +4,6 @@
 // of the shell's calls can be checked before the real routines arrive.
 //
 //   routine               waits for
-//   gui_fourierdata       the input data dialog: cancels (kcancel = true)
-//   menu_e_* (nine)       the pages of the input data dialog
 //   asc2bin, map2bin      the text map import
 //   whelpfile1            the help viewer of the toolkit
 #pragma once
@@ -14,16 +12,6 @@
 #include <string>
 #include <vector>
 
-void gui_fourierdata(std::int32_t page = 0);
-void menu_e_title();
-void menu_e_datafile();
-void menu_e_cell();
-void menu_e_space();
-void menu_e_atoms();
-void menu_e_listinfo();
-void menu_e_fourier();
-void menu_e_reflec();
-void menu_e_search();
 void asc2bin();
 void map2bin();
 void whelpfile1(const std::string& path);

@@ -176,6 +176,9 @@ void queue_action(int dialog, int field, std::function<bool()> action) {
 }
 }  // namespace
 
+void move_focus(int dialog, int field) {
+  queue_action(dialog, field, [=] { return yyuser_focus(dialog, field); });
+}
 void type_text(int dialog, int field, const std::string& text) {
   queue_action(dialog, field, [=] { return yyuser_text(dialog, field, text); });
 }

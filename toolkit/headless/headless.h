@@ -43,6 +43,8 @@ void queue_mouse(std::int32_t type, std::int32_t button, float gx, float gy);
 // above (see toolkit/dialogs/dialog_user.h): they change the field and queue
 // the messages the program reads. An action the dialog refuses (hidden
 // dialog, disabled field, number out of range) is noted in refused().
+// The focus moves to the field, as the Tab key or a click does.
+void move_focus(int dialog, int field);
 void type_text(int dialog, int field, const std::string& text);
 void set_check(int dialog, int field, int checked);
 void choose_radio(int dialog, int field);
