@@ -115,10 +115,15 @@ void toggled(Widget w, XtPointer data, XtPointer) {
   x11_dialog_field(r->dialog, r->field);
 }
 
+// Set while the program's selection is put into a combo box: the box calls
+// its selection callback for that too, and only a user's choice is a message.
+bool showing_selection = false;
+
+// The combo box counts its items from 0, the toolkit's selection from 1.
 void option_chosen(Widget, XtPointer data, XtPointer call) {
   const auto* r = static_cast<field_ref*>(data);
   const auto* cb = static_cast<XmComboBoxCallbackStruct*>(call);
-  if (cb->item_position > 0) yyuser_option(r->dialog, r->field, cb->item_position);
+  if (!showing_selection && cb->item_position >= 0) yyuser_option(r->dialog, r->field, cb->item_position + 1);
 }
 
 void tab_chosen(Widget, XtPointer data, XtPointer) {
@@ -387,7 +392,9 @@ void show_menu(Widget w, const field_state_type& f) {
   XtVaGetValues(w, XmNlist, &list, nullptr);
   if (list != nullptr) XmListDeselectAllItems(list);
   if (f.selection > 0 && f.selection <= static_cast<int>(f.options.size())) {
-    XtVaSetValues(w, XmNselectedPosition, f.selection, nullptr);
+    showing_selection = true;
+    XtVaSetValues(w, XmNselectedPosition, f.selection - 1, nullptr);
+    showing_selection = false;
   } else {
     Widget text = nullptr;
     XtVaGetValues(w, XmNtextField, &text, nullptr);
