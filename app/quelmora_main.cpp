@@ -86,19 +86,6 @@ void redraw() {
 
 }  // namespace
 
-std::string help_file_path(std::size_t buffer_length) {
-  const std::string suite(fixed_text::trimmed(qp::var_suite));
-  const std::string path = qp::var_system == "WIND"
-                               ? suite + qp::var_sep + "Help" + qp::var_sep + "sintrel.chm"
-                               : suite + qp::var_sep + "Html" + qp::var_sep + "sintrel.html";
-  return path.substr(0, buffer_length);
-}
-
-void menu_h_help() {
-  if (fixed_text::is_blank(qp::var_suite)) return;
-  whelpfile1(help_file_path(512));
-}
-
 void main_loop() {
   for (;;) {
     wmessage(qp::evento, qp::mensaje);
@@ -108,7 +95,7 @@ void main_loop() {
         break;
       case msg_push_button:
         // The help button builds its path without looking at the suite.
-        if (qp::mensaje.value1 == help_button) whelpfile1(help_file_path(250));
+        if (qp::mensaje.value1 == help_button) show_help_file(help_file_path(250));
         break;
       case msg_expose:
         redraw();

@@ -15,10 +15,3 @@ void main_loop();
 // Asks to save the control data and the settings when they changed, writes
 // the directory file and closes the window. Nothing can stop it.
 void closing_sequence();
-
-// Help, Help: the help file under the suite directory; nothing when the
-// suite is not known.
-void menu_h_help();
-
-// The help file's path, cut at the buffer's length.
-std::string help_file_path(std::size_t buffer_length);

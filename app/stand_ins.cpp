@@ -10,7 +10,6 @@ void note(const std::string& call) { calls.push_back(call); }
 
 void asc2bin() { note("asc2bin"); }
 void map2bin() { note("map2bin"); }
-void whelpfile1(const std::string& path) { note("whelpfile1 " + path); }
 
 const std::vector<std::string>& stand_in_calls() { return calls; }
 void clear_stand_in_calls() { calls.clear(); }

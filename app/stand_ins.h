@@ -5,7 +5,6 @@
 //
 //   routine               waits for
 //   asc2bin, map2bin      the text map import
-//   whelpfile1            the help viewer of the toolkit
 #pragma once
 
 #include <cstdint>
@@ -14,7 +13,6 @@
 
 void asc2bin();
 void map2bin();
-void whelpfile1(const std::string& path);
 
 // The stand-ins called since the last clear, oldest first: the routine's
 // name, followed by " " and its argument where it has one.
