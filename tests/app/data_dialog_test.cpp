@@ -83,6 +83,14 @@ class DataDialog : public Shell {
                                    std::filesystem::copy_options::overwrite_existing);
       headless::queue_menu(40026);
       headless::answer_file((dir_ / name).string());
+    } else if (verb == "copy" && in >> rest) {
+      std::filesystem::copy_file(std::string(QUELMORA_SOURCE_DIR) + "/" + rest,
+                                 dir_ / std::filesystem::path(rest).filename(),
+                                 std::filesystem::copy_options::overwrite_existing);
+    } else if (verb == "sintrel") {
+      std::filesystem::create_directories(dir_ / "bin");
+      std::filesystem::remove(dir_ / "bin" / "sintrel");
+      std::filesystem::create_symlink(std::string(QUELMORA_BINARY_DIR) + "/tools/sintrel", dir_ / "bin" / "sintrel");
     } else if (verb == "menu" && in >> a) {
       headless::queue_menu(a);
     } else if (verb == "file" && in >> rest) {
