@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <X11/Xutil.h>
+#include <Xm/ComboBox.h>
 #include <Xm/DrawingA.h>
 #include <Xm/TextF.h>
 #include <Xm/ToggleB.h>
@@ -231,6 +232,48 @@ TEST_F(X11Window, TheInputDataDialogShowsEachPage) {
     settle();
     EXPECT_TRUE(yydialog_visible(page)) << page;
   }
+}
+
+// The combo box of `items` rows below the widget, depth first.
+Widget combo_below(Widget w, int items) {
+  int count = 0;
+  if (XmIsComboBox(w)) XtVaGetValues(w, XmNitemCount, &count, nullptr);
+  if (XmIsComboBox(w) && count == items) return w;
+  if (!XtIsComposite(w)) return nullptr;
+  WidgetList children = nullptr;
+  Cardinal n = 0;
+  XtVaGetValues(w, XmNchildren, &children, XmNnumChildren, &n, nullptr);
+  for (Cardinal i = 0; i < n; ++i)
+    if (Widget found = combo_below(children[i], items)) return found;
+  return nullptr;
+}
+
+// The six kinds of synthesis of the Fourier page: the row the
+// program selects is the row shown, and the row a user picks in the list comes
+// back as that row, with no message for the program's own selection.
+TEST_F(X11Window, AComboBoxShowsAndReportsTheSameRow) {
+  wmessageenable(msg_field_changed, 1);
+  wdialogload(116);
+  wdialogshow(-1, -1, 0, 3);
+  wdialogsettab(1002, 106);
+  wdialogselect(106);
+  wdialogputoption1(1016, 2);
+  settle();
+  Widget combo = combo_below(x11_dialog_shell(116), 6);
+  ASSERT_NE(combo, nullptr);
+  Widget text = nullptr;
+  XtVaGetValues(combo, XmNtextField, &text, nullptr);
+  char* shown = XmTextFieldGetString(text);
+  EXPECT_STREQ(shown, "Fcal Synthesis");
+  XtFree(shown);
+  EXPECT_FALSE(yymessages_waiting());
+  // The Down key of the box: the next row.
+  String down[] = {const_cast<char*>("Down")};
+  XtCallActionProc(combo, "CBListAction", nullptr, down, 1);
+  std::int32_t row = 0;
+  wdialoggetmenu1(1016, row);
+  EXPECT_EQ(row, 3);
+  wmessageenable(msg_field_changed, 0);
 }
 
 // The first text field of dialog 110 is the X minimum, field 1071, from -10 to 10.
