@@ -95,7 +95,10 @@ void read_list(std::int32_t count, bool& fault) {
   std::vector<float> values[columns];
   wgridgetstring(grid, 1, labels, count);
   for (std::int32_t c = 2; c <= columns; ++c) wgridgetreal(grid, c, values[c - 1], count);
-  if (static_cast<std::int32_t>(labels.size()) < count) {
+  const auto short_of_rows = [count](std::size_t size) { return static_cast<std::int32_t>(size) < count; };
+  if (short_of_rows(labels.size()) || std::any_of(values + 1, values + columns, [&](const std::vector<float>& v) {
+        return short_of_rows(v.size());
+      })) {
     fault = true;
     return;
   }
