@@ -33,8 +33,6 @@ void fields_on(std::initializer_list<std::int32_t> fields, bool on) {
 
 bool chosen(std::int32_t field) { return qp::mensaje.value1 == field && qp::mensaje.value2 == field; }
 
-bool left(std::int32_t field) { return qp::mensaje.value1 == field; }
-
 void begin_page_read() { winfoerror(1); }
 
 void end_page_read(bool fault, const std::string& message) {

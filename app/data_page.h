@@ -23,13 +23,11 @@ void run_page(std::int32_t dialog, const std::string& word, const page_routines&
 // Every field of the list enabled (on) or disabled.
 void fields_on(std::initializer_list<std::int32_t> fields, bool on);
 
-// Whether the message being handled is a choice made in the field (a radio
-// button, check box or option menu): a field change with the field twice. A
-// move of the focus from one field to another is not.
+// Whether the message being handled is a change of the field's value (a
+// choice in a radio button, check box or option menu, or a new text): a field
+// change with the field twice. A move of the focus from one field to another
+// is not.
 bool chosen(std::int32_t field);
-// Whether the message says the user is done with a typed field: the focus
-// left it (or a choice was made in it). Typing alone sends nothing.
-bool left(std::int32_t field);
 
 // Call before a page reads its fields: clears the toolkit's error, so that an
 // empty number field read afterwards shows up in it.

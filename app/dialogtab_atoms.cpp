@@ -147,7 +147,7 @@ void modify() {
     fields_on({count_field}, true);
     count_changed();
   }
-  if (left(count_field)) count_changed();
+  if (chosen(count_field)) count_changed();
 }
 
 void init() {

@@ -53,7 +53,7 @@ void browse() {
 // A name typed into the file field switches the columns and limits on as the
 // selector does: a new file can be described without browsing for it.
 void modify() {
-  if (!left(file_field)) return;
+  if (!chosen(file_field)) return;
   std::string name;
   wdialoggetstring(file_field, name);
   if (!fixed_text::is_blank(name)) numbers_on(true);

@@ -73,7 +73,7 @@ void row_chosen(std::int32_t menu, std::int32_t other) {
 void modify() {
   if (chosen(hm_menu)) row_chosen(hm_menu, hall_menu);
   if (chosen(hall_menu)) row_chosen(hall_menu, hm_menu);
-  if (left(number_field)) {
+  if (chosen(number_field)) {
     std::int32_t number = 0;
     wdialoggetinteger(number_field, number);
     select_row(first_row_of(number));

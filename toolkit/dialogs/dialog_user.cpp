@@ -65,7 +65,11 @@ bool yyuser_text(int dialog, int field, const std::string& text) {
   if (kind != field_string && kind != field_integer && kind != field_real) return false;
   if (!acceptable(*f, text)) return false;
   yyuser_focus(dialog, field);
+  if (f->text == text) return true;
   f->text = text;
+  // A new value is a change of its own: the focus may leave the field for
+  // one the dialog does not report (a button), and the program must hear of it.
+  queue(msg_field_changed, dialog, field, field);
   return true;
 }
 

@@ -2,7 +2,8 @@
 // action checks that the dialog is visible and the field takes input, changes
 // the field as the user asked, and queues the messages the program reads:
 // msg_field_changed (type 10) with the field left and the field entered when
-// the focus moves, with the field twice when a choice changed; and
+// the focus moves, with the field twice when a choice or a typed value
+// changed; and
 // msg_push_button for a button. An action that is refused (a hidden dialog, a
 // disabled or read-only field, a number out of the field's range or not a
 // number at all) changes nothing and returns false; the face then shows the
