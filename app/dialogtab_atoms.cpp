@@ -85,8 +85,8 @@ void read_list(std::int32_t count, bool& fault) {
     qp::atomos.natoms = 0;
     return;
   }
-  // A count typed and not yet left has no rows: show them, blank, so the
-  // read fails on the empty cells and the user sees where to type.
+  // A grid with fewer rows than the count gets them, blank, so that the read
+  // fails on the empty cells and the user sees where to type.
   if (winfogrid(grid, 2) < count) {
     fields_on({grid}, true);
     atom_rows(count);

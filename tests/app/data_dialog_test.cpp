@@ -10,8 +10,6 @@
 
 namespace {
 
-using texts = std::vector<std::string>;
-
 // A field of a loaded dialog, named "D:F".
 const field_state_type* field_of(const std::string& where) {
   const std::size_t colon = where.find(':');
@@ -127,7 +125,9 @@ TEST_F(DataDialog, Stories) {
     winitialise();
     std::istringstream actions(c.input);
     for (std::string line; std::getline(actions, line);) {
-      if (!line.empty()) EXPECT_TRUE(queue_action(line, c.name)) << c.name << ": " << line;
+      if (!line.empty()) {
+        EXPECT_TRUE(queue_action(line, c.name)) << c.name << ": " << line;
+      }
     }
     headless::queue_look([&] {
       for (const auto& [name, want] : c.values) EXPECT_EQ(dialog_value(name), want) << c.name << ": " << name;
