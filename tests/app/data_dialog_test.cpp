@@ -30,7 +30,8 @@ std::string grid_rows(const field_state_type& f, bool texts) {
   return s;
 }
 
-// A value by name: a field's text, state, check or selection ("text:118:1006"),
+// A value by name: a field's text (or the last part of the path it holds),
+// state, check or selection ("text:118:1006"),
 // the boxes shown, the flags and menu states, or a value of the shared state.
 std::string dialog_value(const std::string& name) {
   const std::size_t colon = name.find(':');
@@ -39,6 +40,7 @@ std::string dialog_value(const std::string& name) {
     const field_state_type* f = field_of(name.substr(colon + 1));
     if (f == nullptr) return "no field";
     if (kind == "text") return f->text;
+    if (kind == "name") return std::filesystem::path(f->text).filename().string();
     if (kind == "state") return std::to_string(f->state);
     if (kind == "checked") return std::to_string(f->checked);
     if (kind == "selection") return std::to_string(f->selection) + " of " + std::to_string(f->options.size());
@@ -94,6 +96,9 @@ class DataDialog : public Shell {
     } else if (verb == "file" && in >> rest) {
       if (rest == "cancel") headless::answer_file_cancel();
       else headless::answer_file((dir_ / rest).string());
+    } else if (verb == "dir" && in >> rest) {
+      std::filesystem::create_directories(dir_ / rest);
+      headless::answer_directory((dir_ / rest).string());
     } else if (verb == "type" && in >> a >> b) {
       std::getline(in >> std::ws, rest);
       headless::type_text(a, b, rest);
