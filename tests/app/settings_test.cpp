@@ -103,15 +103,6 @@ TEST_F(Settings, ReadsEachCase) {
   }
 }
 
-TEST_F(Settings, ForeignBytesGiveNothing) {
-  qp::bg_col = qp::fg_col = 9;
-  write_settings(std::string("\x01\xff\x00zz\n\xfe=\n", 9) + "12abc 7e99\n");
-  load_settings_file("KELDRANE");
-  EXPECT_EQ(value_of("colours"), "0 0 1");
-  EXPECT_EQ(value_of("levels"), "0 0 0 1");
-  EXPECT_EQ(qp::var_browser, "");
-}
-
 // No file changes nothing; a save makes the folder, and a folder that cannot
 // be made is let go.
 TEST_F(Settings, MissingFileAndFolder) {
