@@ -38,8 +38,14 @@ bool table_fault(const std::string& message) {
 }  // namespace
 
 vec3i to_twelfths(const vec3f& t) {
-  return {static_cast<std::int32_t>(std::lround(t[0] * 12.0f)), static_cast<std::int32_t>(std::lround(t[1] * 12.0f)),
-          static_cast<std::int32_t>(std::lround(t[2] * 12.0f))};
+  vec3i twelfths{};
+  for (std::size_t i = 0; i < 3; ++i) {
+    // Only the part within the cell counts: taken first, it keeps a wild
+    // translation of a text from overflowing the integer sums that follow.
+    const float in_cell = t[i] - std::floor(t[i]);
+    twelfths[i] = std::isfinite(in_cell) ? static_cast<std::int32_t>(std::lround(in_cell * 12.0f)) % 12 : 0;
+  }
+  return twelfths;
 }
 
 void reduce_translation(vec3i& t, std::int32_t lattice_code) {

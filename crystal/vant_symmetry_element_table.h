@@ -42,5 +42,6 @@ bool close_element_table(std::vector<element12_type>& table, std::int32_t lattic
 // pair set, when the list outgrows max_operators or a rotation is wrong.
 bool expand_element_table(const std::vector<element12_type>& table, symmetry_build_type& out);
 
-// Rounds a real translation to twelfths.
+// Rounds a real translation to twelfths of the cell, each from 0 to 11: a
+// translation counts modulo the cell (a non-finite one as none).
 vec3i to_twelfths(const vec3f& t);

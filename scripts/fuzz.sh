@@ -51,11 +51,12 @@ for target in "${targets[@]}"; do
   mkdir -p "$corpus" "$findings" "$work"
   seed "$target" "$corpus"
   before=$(find "$findings" -type f | wc -l)
+  started=$SECONDS
   (cd "$work" && nice -n 19 "$build/fuzz/${target}_fuzz" -jobs=1 -max_total_time="$seconds" -timeout=10 \
     -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$findings/" "$corpus" >/dev/null 2>&1) || true
   log=$work/fuzz-0.log
   executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
   found=$(($(find "$findings" -type f | wc -l) - before))
-  echo "$target: ${executions:-?} executions, $(find "$corpus" -type f | wc -l) inputs in the corpus," \
+  echo "$target: $((SECONDS - started)) s, ${executions:-?} executions, $(find "$corpus" -type f | wc -l) inputs in the corpus," \
     "$found new findings (log: $log)"
 done
