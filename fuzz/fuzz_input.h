@@ -8,18 +8,19 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
 #include "toolkit/headless/headless.h"
 
+// A folder of this process in the current one. The script runs each target
+// in its own folder of the build and clears it before each run: libFuzzer
+// ends without running exit handlers, so the target cannot.
 inline const std::filesystem::path& scratch_folder() {
   static const std::filesystem::path folder = [] {
-    const auto path = std::filesystem::temp_directory_path() / ("quelmora_fuzz_" + std::to_string(getpid()));
+    const auto path = std::filesystem::current_path() / ("scratch_" + std::to_string(getpid()));
     std::filesystem::create_directories(path);
-    std::atexit([] { std::filesystem::remove_all(scratch_folder()); });
     return path;
   }();
   return folder;
