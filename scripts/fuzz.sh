@@ -49,6 +49,7 @@ for target in "${targets[@]}"; do
   findings=$root/fuzz/findings/$target
   work=$build/fuzz-runs/$target
   mkdir -p "$corpus" "$findings" "$work"
+  rm -rf "$work"/scratch_*
   seed "$target" "$corpus"
   before=$(find "$findings" -type f | wc -l)
   started=$SECONDS
