@@ -11,7 +11,6 @@
 #include "app/stand_ins.h"
 #include "crystal/fixed_text.h"
 #include "maps/binary_map.h"
-#include "maps/map_memory.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/dialogs/file_selector.h"
 #include "toolkit/dialogs/message_box.h"
@@ -45,15 +44,6 @@ std::string current_directory() {
   return file_name(dir);
 }
 
-// head, memory_maps, density (with proc_carga), and the peaks when asked;
-// each step runs only while kerror is clear.
-void read_binary_map(bool with_peaks) {
-  read_filebin_head();
-  if (!qp::kerror) memory_maps();
-  if (!qp::kerror) read_filebin_rho();
-  if (!qp::kerror && with_peaks) read_filebin_atm_pks();
-}
-
 // Open chain of a text map (.asc or .map, open on unit 28): convert, then
 // load the .bin the conversion wrote.
 void load_text_map(void (*convert)()) {
@@ -66,7 +56,7 @@ void load_text_map(void (*convert)()) {
     qp::kerror = true;
     return;
   }
-  read_binary_map(false);
+  read_filebin(false);
   close_filebin();
 }
 
@@ -142,7 +132,7 @@ void prep_plotting() {
     return;
   }
   init_var_graf();
-  read_binary_map(true);
+  read_filebin(true);
   close_filebin();
   if (qp::kerror) return;
   wmenusetstate(40005, 1, qp::input_file == 0 ? 0 : 1);
@@ -208,7 +198,7 @@ void menu_f_open() {
       shown = qp::filinp;
       break;
     case 1:
-      read_binary_map(true);
+      read_filebin(true);
       close_filebin();
       if (qp::kerror) return;
       shown = qp::filbin;

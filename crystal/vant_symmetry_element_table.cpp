@@ -17,11 +17,35 @@ bool subtract_half(vec3i& t, std::initializer_list<int> axes) {
   return true;
 }
 
+// Operators in a lattice basis have small coefficients. Generators that make
+// no finite group give products whose coefficients grow without end; the
+// bound refuses them before a product can overflow.
+constexpr std::int32_t largest_coefficient = 6;
+
+bool small_coefficients(const mat3i& rot) {
+  for (const auto& row : rot)
+    for (std::int32_t v : row)
+      if (v > largest_coefficient || v < -largest_coefficient) return false;
+  return true;
+}
+
+bool table_fault(const std::string& message) {
+  err_symm = true;
+  err_symm_mess = message;
+  return false;
+}
+
 }  // namespace
 
 vec3i to_twelfths(const vec3f& t) {
-  return {static_cast<std::int32_t>(std::lround(t[0] * 12.0f)), static_cast<std::int32_t>(std::lround(t[1] * 12.0f)),
-          static_cast<std::int32_t>(std::lround(t[2] * 12.0f))};
+  vec3i twelfths{};
+  for (std::size_t i = 0; i < 3; ++i) {
+    // Only the part within the cell counts: taken first, it keeps a wild
+    // translation of a text from overflowing the integer sums that follow.
+    const float in_cell = t[i] - std::floor(t[i]);
+    twelfths[i] = std::isfinite(in_cell) ? static_cast<std::int32_t>(std::lround(in_cell * 12.0f)) % 12 : 0;
+  }
+  return twelfths;
 }
 
 void reduce_translation(vec3i& t, std::int32_t lattice_code) {
@@ -81,14 +105,11 @@ bool add_element(std::vector<element12_type>& table, const element12_type& e, st
   element12_type power = e;
   reduce_translation(power.t, lattice_code);
   for (std::int32_t k = 1; k < std::max(order, 2); ++k) {
+    if (!small_coefficients(power.rot)) return table_fault(" The generators do not make a crystallographic group");
     bool known = false;
     for (const auto& t : table) known = known || t.rot == power.rot;
     if (!known) {
-      if (table.size() >= max_elements) {
-        err_symm = true;
-        err_symm_mess = " Dimension of Table exceeded (I)";
-        return false;
-      }
+      if (table.size() >= max_elements) return table_fault(" Dimension of Table exceeded (I)");
       table.push_back(power);
     }
     power = multiply(power, e, lattice_code);
@@ -120,11 +141,7 @@ bool expand_element_table(const std::vector<element12_type>& table, symmetry_bui
   out.num_ops = static_cast<std::int32_t>(table.size());
   const std::size_t reduced = table.size();
   const std::size_t total = reduced * (out.centring_code == 1 ? 1 : 2) * static_cast<std::size_t>(std::max(nlat, 1));
-  if (total > max_operators) {
-    err_symm = true;
-    err_symm_mess = " Dimension of Table exceeded (II): " + std::to_string(total);
-    return false;
-  }
+  if (total > max_operators) return table_fault(" Dimension of Table exceeded (II): " + std::to_string(total));
   if (out.centring_code != 1) {
     const vec3f twice = out.centring_code == 0 ? vec3f{2 * out.co[0], 2 * out.co[1], 2 * out.co[2]} : vec3f{};
     for (std::size_t k = 0; k < reduced; ++k) {

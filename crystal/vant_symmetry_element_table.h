@@ -27,7 +27,8 @@ element12_type multiply(const element12_type& a, const element12_type& b, std::i
 
 // Appends an element unless its rotation is in the table already, and then
 // its powers. Returns false, with the error pair set, when the table would
-// grow beyond max_elements.
+// grow beyond max_elements or an element has coefficients too large for an
+// operator of a crystallographic group.
 bool add_element(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code);
 
 // Closes the table under products, each new element multiplied with each
@@ -41,5 +42,6 @@ bool close_element_table(std::vector<element12_type>& table, std::int32_t lattic
 // pair set, when the list outgrows max_operators or a rotation is wrong.
 bool expand_element_table(const std::vector<element12_type>& table, symmetry_build_type& out);
 
-// Rounds a real translation to twelfths.
+// Rounds a real translation to twelfths of the cell, each from 0 to 11: a
+// translation counts modulo the cell (a non-finite one as none).
 vec3i to_twelfths(const vec3f& t);

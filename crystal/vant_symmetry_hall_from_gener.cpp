@@ -90,10 +90,9 @@ std::string translation_text(int order, int axis, const vec3i& t) {
   return letters;
 }
 
-// Writes a Hall symbol from the reduced operators of a group; false when an
-// operator needed as a generator has no description.
-bool write_hall(const space_group_type& spg, std::string& text, std::int32_t& generators) {
-  static const char* const axis_letters[] = {"", "x", "y", "z", "'", "\"", "*"};
+// The reduced operators of a group, each made proper through the centre when
+// the group is centric, translations in twelfths within the cell.
+std::vector<element12_type> proper_operators(const space_group_type& spg) {
   std::vector<element12_type> ops;
   const std::size_t reduced = std::min(static_cast<std::size_t>(std::max(spg.num_ops, 0)), spg.sym_op.size());
   for (std::size_t k = 0; k < reduced; ++k) {
@@ -109,13 +108,26 @@ bool write_hall(const space_group_type& spg, std::string& text, std::int32_t& ge
     reduce_translation(e.t, 1);
     ops.push_back(e);
   }
+  return ops;
+}
+
+// A generator of a written symbol: its place in the proper operators and how
+// its rotation is written.
+struct hall_generator {
+  std::size_t op;
+  int order, axis, sign;
+  bool default_axis;
+};
+
+// The generators of the symbol, place by place. They depend on the rotations
+// only, so that every origin shift writes the same ones. False when an
+// operator needed as a generator has no description.
+bool choose_generators(const std::vector<element12_type>& ops, std::vector<hall_generator>& generators) {
   std::set<mat3i> wanted;
   for (const auto& e : ops) wanted.insert(e.rot);
-
-  text = (spg.centred != 1 ? "-" : "") + spg.spg_lat;
   std::vector<element12_type> chosen = {{{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, {0, 0, 0}}};
   int first_order = 0, first_axis = axis_z;
-  generators = 0;
+  generators.clear();
   for (int place = 1; place <= 4; ++place) {
     std::vector<element12_type> closed = chosen;
     close_element_table(closed, 1);
@@ -137,19 +149,28 @@ bool write_hall(const space_group_type& spg, std::string& text, std::int32_t& ge
           }
           const auto op = std::find_if(ops.begin(), ops.end(), [&r](const element12_type& e) { return e.rot == r; });
           if (op == ops.end() || have.count(r)) continue;
-          text += std::string(" ") + (sign < 0 ? "-" : "") + std::to_string(order) +
-                  (axis == preferred ? "" : axis_letters[axis]) + translation_text(order, axis, op->t);
+          generators.push_back({static_cast<std::size_t>(op - ops.begin()), order, axis, sign, axis == preferred});
           chosen.push_back(*op);
           if (place == 1) first_order = order, first_axis = axis;
-          ++generators;
           placed = true;
         }
       }
     }
     if (!placed) return false;
   }
-  if (generators == 0) text += " 1";
   return true;
+}
+
+// The symbol of the generators, with the translations the operators have.
+std::string hall_text(const space_group_type& spg, const std::vector<element12_type>& ops,
+                      const std::vector<hall_generator>& generators) {
+  static const char* const axis_letters[] = {"", "x", "y", "z", "'", "\"", "*"};
+  std::string text = (spg.centred != 1 ? "-" : "") + spg.spg_lat;
+  for (const hall_generator& g : generators)
+    text += std::string(" ") + (g.sign < 0 ? "-" : "") + std::to_string(g.order) +
+            (g.default_axis ? "" : axis_letters[g.axis]) + translation_text(g.order, g.axis, ops[g.op].t);
+  if (generators.empty()) text += " 1";
+  return text;
 }
 
 // A written symbol that expands to the wanted operators: first with the
@@ -164,6 +185,9 @@ bool write_hall_with_shift(const space_group_type& spg, const std::set<operator_
   std::stable_sort(shifts.begin(), shifts.end(), [](const vec3i& a, const vec3i& b) {
     return std::abs(a[0]) + std::abs(a[1]) + std::abs(a[2]) < std::abs(b[0]) + std::abs(b[1]) + std::abs(b[2]);
   });
+  std::vector<hall_generator> generators;
+  if (!choose_generators(proper_operators(spg), generators)) return false;
+  count = static_cast<std::int32_t>(generators.size());
   for (const vec3i& v : shifts) {
     // The group seen from the shifted origin: t - v + R.v.
     space_group_type moved = spg;
@@ -178,8 +202,7 @@ bool write_hall_with_shift(const space_group_type& spg, const std::set<operator_
       op.tr = modulo_lat(t);
     }
     moved.centre_coord = modulo_lat({spg.centre_coord[0] - s[0], spg.centre_coord[1] - s[1], spg.centre_coord[2] - s[2]});
-    std::string candidate;
-    if (!write_hall(moved, candidate, count)) continue;
+    std::string candidate = hall_text(moved, proper_operators(moved), generators);
     if (v != vec3i{0, 0, 0}) {
       candidate += " (" + std::to_string(v[0]) + " " + std::to_string(v[1]) + " " + std::to_string(v[2]) + ")";
     }

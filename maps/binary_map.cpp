@@ -9,6 +9,7 @@
 
 #include "control/map_run_block.h"
 #include "crystal/binary_stream.h"
+#include "maps/map_memory.h"
 #include "maps/section_extraction.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/dialogs/message_box.h"
@@ -150,6 +151,13 @@ void read_filebin_atm_pks() {
   bool ok = true;
   read_bin_atom_list(qp::atomos, unit25, ok);
   if (!ok) fail("Error reading the binary file...( Peaks data...)");
+}
+
+void read_filebin(bool with_peaks) {
+  read_filebin_head();
+  if (!qp::kerror) memory_maps();
+  if (!qp::kerror) read_filebin_rho();
+  if (!qp::kerror && with_peaks) read_filebin_atm_pks();
 }
 
 void write_filebin_head(std::ostream& out) {

@@ -34,6 +34,11 @@ void read_filebin_rho();
 // Block 10 over atomos, when npeaks is above 0: peaks replace the atoms.
 void read_filebin_atm_pks();
 
+// The whole load as the shell does it: head, memory_maps, density (with
+// proc_carga) and, when asked, the peaks; each step runs only while kerror is
+// clear.
+void read_filebin(bool with_peaks);
+
 // Writers of the same layout, from the globals. write_filebin_peaks writes
 // block 10 only when npeaks is above 0.
 void write_filebin_head(std::ostream& out);
