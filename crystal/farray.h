@@ -4,11 +4,13 @@
 
 #include <sys/mman.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <new>
+#include <utility>
 #include <vector>
 
 // Memory for map data. A block of 2 MB or more is aligned on 2 MB and the
@@ -42,6 +44,16 @@ struct map_allocator {
       ::operator delete(p);
     else
       std::free(p);
+  }
+  // An element made without a value is left as the memory holds it, so that
+  // resize() does not write a grid that a read or a copy fills next.
+  template <typename U>
+  void construct(U* p) noexcept {
+    ::new (static_cast<void*>(p)) U;
+  }
+  template <typename U, typename... Args>
+  void construct(U* p, Args&&... args) {
+    ::new (static_cast<void*>(p)) U(std::forward<Args>(args)...);
   }
   friend bool operator==(const map_allocator&, const map_allocator&) { return true; }
 };
@@ -90,10 +102,16 @@ class farray3 {
 
   // Extents below 0 count as 0: the array exists and holds no element.
   void allocate(std::int32_t n1, std::int32_t n2, std::int32_t n3) {
+    allocate_unset(n1, n2, n3);
+    std::fill(data_.begin(), data_.end(), T{});
+  }
+  // As allocate, but the elements are not set: for a grid that is filled
+  // whole right after, where clearing it first would be one more pass over it.
+  void allocate_unset(std::int32_t n1, std::int32_t n2, std::int32_t n3) {
     n_ = {n1 > 0 ? n1 : 0, n2 > 0 ? n2 : 0, n3 > 0 ? n3 : 0};
-    data_.assign(static_cast<std::size_t>(n_[0]) * static_cast<std::size_t>(n_[1]) *
-                     static_cast<std::size_t>(n_[2]),
-                 T{});
+    data_.clear();
+    data_.resize(static_cast<std::size_t>(n_[0]) * static_cast<std::size_t>(n_[1]) *
+                 static_cast<std::size_t>(n_[2]));
     allocated_ = true;
   }
   void release() {

@@ -22,7 +22,8 @@ bool has_extents(const farray3<float>& a, const extents3& n) {
 // Allocates the array with the given extents. The extents come from a file,
 // so they are checked first: each must fit the array's index type and the
 // byte count must not overflow. A refused or failed allocation leaves the
-// array released and returns false.
+// array released and returns false. The elements are not cleared: the read
+// fills rho and proc_carga fills rhonew.
 bool allocate_grid(farray3<float>& a, const extents3& n) {
   std::uint64_t bytes = sizeof(float);
   for (std::int64_t e : n) {
@@ -31,7 +32,7 @@ bool allocate_grid(farray3<float>& a, const extents3& n) {
       return false;
   }
   try {
-    a.allocate(static_cast<std::int32_t>(n[0]), static_cast<std::int32_t>(n[1]),
+    a.allocate_unset(static_cast<std::int32_t>(n[0]), static_cast<std::int32_t>(n[1]),
                static_cast<std::int32_t>(n[2]));
   } catch (const std::bad_alloc&) {
     a.release();

@@ -2,7 +2,9 @@
 // the cell periodically or by resampling the box of the file.
 #include "maps/section_extraction.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <cstddef>
 #include <limits>
 #include <vector>
@@ -43,13 +45,48 @@ bool box_is_whole_cell() {
          near(qp::ylim[1], 1.0f) && near(qp::zlim[0], 0.0f) && near(qp::zlim[1], 1.0f);
 }
 
-void close_whole_cell(std::int32_t nx, std::int32_t ny, std::int32_t nz) {
+// The smallest and largest of the values taken, kept in several lanes that
+// the compiler can run side by side; a value is taken only when strictly
+// beyond its lane's extreme, as in one sequential pass.
+class density_range {
+ public:
+  density_range() {
+    std::fill(lo_, lo_ + lanes, std::numeric_limits<float>::max());
+    std::fill(hi_, hi_ + lanes, -std::numeric_limits<float>::max());
+  }
+  void take(const float* v, std::size_t n) {
+    const std::size_t whole = n - n % lanes;
+    for (std::size_t i = 0; i < whole; i += lanes)
+      for (std::size_t l = 0; l < lanes; ++l) take_in_lane(l, v[i + l]);
+    for (std::size_t i = whole; i < n; ++i) take_in_lane(0, v[i]);
+  }
+  void set_denmin_denmax() const {
+    qp::denmin = *std::min_element(lo_, lo_ + lanes);
+    qp::denmax = *std::max_element(hi_, hi_ + lanes);
+  }
+
+ private:
+  static constexpr std::size_t lanes = 16;
+  void take_in_lane(std::size_t l, float v) {
+    lo_[l] = v < lo_[l] ? v : lo_[l];
+    hi_[l] = v > hi_[l] ? v : hi_[l];
+  }
+  float lo_[lanes], hi_[lanes];
+};
+
+// Each row of rhonew is the row of rho at the wrapped j and k, copied whole,
+// closed by the row's first point. The range of the values is taken from
+// each row while it is still in the cache.
+void close_whole_cell(std::int32_t nx, std::int32_t ny, std::int32_t nz, density_range& range) {
+  const auto row_bytes = static_cast<std::size_t>(nx) * sizeof(float);
   for (std::int32_t k = 1; k <= nz + 1; ++k) {
     const std::int32_t k0 = wrap_index(k, nz);
     for (std::int32_t j = 1; j <= ny + 1; ++j) {
-      const std::int32_t j0 = wrap_index(j, ny);
-      for (std::int32_t i = 1; i <= nx; ++i) qp::rhonew(i, j, k) = qp::rho(i, j0, k0);
-      qp::rhonew(nx + 1, j, k) = qp::rho(1, j0, k0);
+      const float* from = &qp::rho(1, wrap_index(j, ny), k0);
+      float* to = &qp::rhonew(1, j, k);
+      std::memcpy(to, from, row_bytes);
+      to[nx] = from[0];
+      range.take(to, static_cast<std::size_t>(nx) + 1);
     }
   }
 }
@@ -71,16 +108,6 @@ void resample_box(std::int32_t nx, std::int32_t ny, std::int32_t nz) {
   }
 }
 
-void set_density_range() {
-  qp::denmin = std::numeric_limits<float>::max();
-  qp::denmax = -std::numeric_limits<float>::max();
-  const float* v = qp::rhonew.data();
-  for (std::size_t n = 0; n < qp::rhonew.size(); ++n) {
-    if (v[n] < qp::denmin) qp::denmin = v[n];
-    if (v[n] > qp::denmax) qp::denmax = v[n];
-  }
-}
-
 // jpg(1) for gamma (the x, y family), jpg(2) for alpha, jpg(3) for beta.
 void raise_skew_flags() {
   const float alpha = qp::celda.ang[0], beta = qp::celda.ang[1], gamma = qp::celda.ang[2];
@@ -95,13 +122,15 @@ void proc_carga() {
   const std::int32_t nx = qp::ngrid[0], ny = qp::ngrid[1], nz = qp::ngrid[2];
   // rho and rhonew are sized by memory_maps; a grid without points leaves
   // rhonew as it stands, there being nothing to take values from.
-  if (nx > 0 && ny > 0 && nz > 0 && shape_is(qp::rho, nx, ny, nz) &&
-      shape_is(qp::rhonew, nx + 1, ny + 1, nz + 1)) {
-    if (box_is_whole_cell())
-      close_whole_cell(nx, ny, nz);
-    else
-      resample_box(nx, ny, nz);
+  density_range range;
+  const bool fits = nx > 0 && ny > 0 && nz > 0 && shape_is(qp::rho, nx, ny, nz) &&
+                    shape_is(qp::rhonew, nx + 1, ny + 1, nz + 1);
+  if (fits && box_is_whole_cell()) {
+    close_whole_cell(nx, ny, nz, range);
+  } else {
+    if (fits) resample_box(nx, ny, nz);
+    range.take(qp::rhonew.data(), qp::rhonew.size());
   }
-  set_density_range();
+  range.set_denmin_denmax();
   raise_skew_flags();
 }
