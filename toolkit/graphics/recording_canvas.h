@@ -2,6 +2,10 @@
 // headless backend can read back what was drawn.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -9,9 +13,41 @@
 
 enum class recorded_kind { clear, polyline, polygon, circle, text, bitmap };
 
+// The points of a primitive. Up to four (a filled box, a clear, a circle's
+// centre, a text's anchor: nearly every primitive of a picture) are kept in
+// the record itself, so that recording them allocates nothing.
+class recorded_points {
+ public:
+  recorded_points() = default;
+  recorded_points(std::initializer_list<pixel_point> points) { assign(points.begin(), points.end()); }
+
+  void assign(const pixel_point* first, const pixel_point* last) {
+    size_ = static_cast<std::size_t>(last - first);
+    if (size_ <= held_.size())
+      std::copy(first, last, held_.begin());
+    else
+      more_.assign(first, last);
+  }
+  std::size_t size() const { return size_; }
+  bool empty() const { return size_ == 0; }
+  pixel_point* begin() { return size_ <= held_.size() ? held_.data() : more_.data(); }
+  pixel_point* end() { return begin() + size_; }
+  const pixel_point* begin() const { return size_ <= held_.size() ? held_.data() : more_.data(); }
+  const pixel_point* end() const { return begin() + size_; }
+  pixel_point& operator[](std::size_t i) { return begin()[i]; }
+  const pixel_point& operator[](std::size_t i) const { return begin()[i]; }
+  const pixel_point& front() const { return begin()[0]; }
+  const pixel_point& back() const { return begin()[size_ - 1]; }
+
+ private:
+  std::size_t size_ = 0;
+  std::array<pixel_point, 4> held_{};
+  std::vector<pixel_point> more_;
+};
+
 struct recorded_primitive {
   recorded_kind kind = recorded_kind::clear;
-  std::vector<pixel_point> points;  // clear: top left, bottom right; circle: centre
+  recorded_points points;  // clear: top left, bottom right; circle: centre
   canvas_colour colour;             // line, fill or text colour
   canvas_pen pen;                   // polyline, outlined circle
   canvas_fill fill;                 // polygon, filled circle, clear (colour only)
@@ -47,6 +83,7 @@ class recording_canvas : public canvas {
   void forget() { primitives_.clear(); }
 
  private:
+  void make_room();
   recorded_primitive& record(recorded_kind kind, std::span<const pixel_point> points, canvas_colour colour);
 
   int width_;
