@@ -196,7 +196,7 @@ def main():
                 ours[r].append(our_side())
                 theirs[r].append(their_side())
     print(f"medians of {ROUNDS} interleaved rounds, ms; ratio = ours / anchor")
-    print(f"{'work':<38} {'ours':>9} {'anchor':<22} {'':>9} {'ratio':>6} {'goal':>6}")
+    print(f"{'work':<38} {'ours':>9} {'anchor':<22} {'its ms':>9} {'ratio':>6} {'goal':>6}")
     for r, (work, anchor, _, _, goal) in enumerate(rows):
         a, b = 1000 * statistics.median(ours[r]), 1000 * statistics.median(theirs[r])
         mark = "ok" if a / b <= goal else "NOT MET"
