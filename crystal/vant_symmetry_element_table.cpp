@@ -1,6 +1,9 @@
 #include "crystal/vant_symmetry_element_table.h"
 
+#include <algorithm>
 #include <cmath>
+
+#include "crystal/vant_math_3d.h"
 
 #include "crystal/vant_symmetry_tables.h"
 
@@ -107,9 +110,14 @@ bool add_element(std::vector<element12_type>& table, const element12_type& e, st
   for (std::int32_t k = 1; k < std::max(order, 2); ++k) {
     if (!small_coefficients(power.rot)) return table_fault(" The generators do not make a crystallographic group");
     bool known = false;
-    for (const auto& t : table) known = known || t.rot == power.rot;
+    std::size_t same_kind = 0;  // elements proper, or improper, as the power is
+    const bool proper = determ_a(power.rot) > 0;
+    for (const auto& t : table) {
+      known = known || t.rot == power.rot;
+      same_kind += (determ_a(t.rot) > 0) == proper;
+    }
     if (!known) {
-      if (table.size() >= max_elements) return table_fault(" Dimension of Table exceeded (I)");
+      if (same_kind >= max_elements) return table_fault(" Dimension of Table exceeded (I)");
       table.push_back(power);
     }
     power = multiply(power, e, lattice_code);
@@ -127,6 +135,21 @@ bool close_element_table(std::vector<element12_type>& table, std::int32_t lattic
     }
     grown = table.size() > before;
   }
+  return true;
+}
+
+bool split_off_centre(std::vector<element12_type>& table, symmetry_build_type& out) {
+  const mat3i inversion = {{{-1, 0, 0}, {0, -1, 0}, {0, 0, -1}}};
+  const auto centre = std::find_if(table.begin(), table.end(), [&](const element12_type& e) { return e.rot == inversion; });
+  out.centring_code = 1;
+  out.co = {};
+  if (centre != table.end()) {
+    out.centring_code = centre->t == vec3i{0, 0, 0} ? 2 : 0;
+    // Half the translation, in 24ths of the cell.
+    for (int i = 0; i < 3; ++i) out.co[i] = static_cast<float>(centre->t[i]) / 24.0f;
+    std::erase_if(table, [](const element12_type& e) { return determ_a(e.rot) < 0; });
+  }
+  if (table.size() > max_elements) return table_fault(" Dimension of Table exceeded (I)");
   return true;
 }
 

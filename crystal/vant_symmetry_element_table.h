@@ -13,7 +13,9 @@ struct element12_type {
   vec3i t{};  // twelfths
 };
 
-// The largest table: a reduced group without inversion nor centring.
+// The largest table: a reduced group without inversion nor centring. A table
+// that holds the inversion too (split_off_centre) has as many improper
+// elements as proper ones.
 inline constexpr std::size_t max_elements = 24;
 // The largest expanded list of operators.
 inline constexpr std::size_t max_operators = 192;
@@ -26,14 +28,21 @@ void reduce_translation(vec3i& t, std::int32_t lattice_code);
 element12_type multiply(const element12_type& a, const element12_type& b, std::int32_t lattice_code);
 
 // Appends an element unless its rotation is in the table already, and then
-// its powers. Returns false, with the error pair set, when the table would
-// grow beyond max_elements or an element has coefficients too large for an
-// operator of a crystallographic group.
+// its powers. Returns false, with the error pair set, when the proper or the
+// improper elements would outgrow max_elements or an element has
+// coefficients too large for an operator of a crystallographic group.
 bool add_element(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code);
 
 // Closes the table under products, each new element multiplied with each
 // one already there. False, with the error pair set, on overflow.
 bool close_element_table(std::vector<element12_type>& table, std::int32_t lattice_code);
+
+// A closed table that may hold improper elements: when the inversion is among
+// them, the group is centric (code 2 with the inversion at the origin, 0 with
+// out.co at half its translation) and only the proper elements stay, in their
+// order; otherwise the table stays whole and out is acentric. False, with the
+// error pair set, when what stays outgrows max_elements.
+bool split_off_centre(std::vector<element12_type>& table, symmetry_build_type& out);
 
 // Fills out.ss, out.ts with the expanded list of the reduced table: the
 // table, their inversion partners (centring code 0 about out.co, 2 about the

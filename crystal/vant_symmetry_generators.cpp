@@ -128,15 +128,19 @@ void get_so_from_gener(const std::vector<mat3i>& ss, const std::vector<vec3f>& t
   latsym(fixed_text::is_blank(spg_lat) ? lat : spg_lat, numl, &vectors);
   if (err_symm) return;
   out.lattice_code = inlat;
-  inversion_among(ss, ts, count, out);
 
+  // Improper operators join the closure too: a full list holds them, and an
+  // inversion may be the product of two of them ("x,y,-z" and "-x,-y,z").
+  // The centre is then split off as the centring code; an inversion given
+  // among the generators is known before, should the closure fail.
+  inversion_among(ss, ts, count, out);
   std::vector<element12_type> table = {{identity, {0, 0, 0}}};
   for (std::size_t k = 0; k < count; ++k) {
-    if (ss[k] == identity || ss[k] == inversion) continue;
-    ++out.count;
+    if (ss[k] == identity) continue;
+    if (ss[k] != inversion) ++out.count;
     if (!add_element(table, {ss[k], to_twelfths(ts[k])}, out.lattice_code)) return;
   }
-  if (!close_element_table(table, out.lattice_code)) return;
+  if (!close_element_table(table, out.lattice_code) || !split_off_centre(table, out)) return;
   expand_element_table(table, out);
 }
 

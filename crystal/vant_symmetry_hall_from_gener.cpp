@@ -6,7 +6,8 @@
 // operators (made proper when the group is centric), each as its sign,
 // order, axis symbol unless it is the place's default, and translation
 // letters or screw digit, with an origin shift when the group needs one; the
-// symbol counts only if it expands to the group again.
+// symbol counts only if it expands to the group again. The record gets it
+// free of blanks, the shift in twelfths behind it in "[ ]": "-P1[-3,0,0]".
 #include <algorithm>
 #include <cmath>
 #include <set>
@@ -15,6 +16,7 @@
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "crystal/vant_symmetry_element_table.h"
 #include "crystal/vant_symmetry_hall_tables.h"
+#include "crystal/vant_string_utilities_fraction.h"
 #include "crystal/vant_symmetry_tables.h"
 
 namespace {
@@ -71,7 +73,7 @@ std::string translation_letters(const vec3i& t) {
     }
   }
   if (found) return best;
-  return "(" + std::to_string(t[0]) + " " + std::to_string(t[1]) + " " + std::to_string(t[2]) + ")";
+  return "(" + std::to_string(t[0]) + "," + std::to_string(t[1]) + "," + std::to_string(t[2]) + ")";
 }
 
 // The translation of a generator: letters, or for a three-, four- or
@@ -202,14 +204,17 @@ bool write_hall_with_shift(const space_group_type& spg, const std::set<operator_
       op.tr = modulo_lat(t);
     }
     moved.centre_coord = modulo_lat({spg.centre_coord[0] - s[0], spg.centre_coord[1] - s[1], spg.centre_coord[2] - s[2]});
-    std::string candidate = hall_text(moved, proper_operators(moved), generators);
+    const std::string symbol = hall_text(moved, proper_operators(moved), generators);
+    std::string candidate = symbol;
+    std::string origin;  // as the record writes it
     if (v != vec3i{0, 0, 0}) {
       candidate += " (" + std::to_string(v[0]) + " " + std::to_string(v[1]) + " " + std::to_string(v[2]) + ")";
+      origin = "[" + std::to_string(v[0]) + "," + std::to_string(v[1]) + "," + std::to_string(v[2]) + "]";
     }
     std::set<operator_key> written;
     std::int32_t read_back = 0;
     if (hall_operators(candidate, written, read_back) && written == wanted) {
-      text = candidate;
+      text = pack_string(symbol) + origin;
       return true;
     }
   }
@@ -221,7 +226,9 @@ bool write_hall_with_shift(const space_group_type& spg, const std::set<operator_
 void get_hallsymb_from_gener(space_group_type& spg, std::string* hall) {
   init_err_symm();
   set_spgr_info();
-  const std::string lattice_part = (spg.centred != 1 ? "-" : "") + spg.spg_lat;
+  // A leading "-" puts the centre at the origin; a centre off the origin is
+  // written "-1" behind the generators, as in "P 2 2 -1n".
+  const std::string lattice_part = (spg.centred == 2 ? "-" : "") + spg.spg_lat;
   std::set<operator_key> wanted;
   for (const auto& op : spg.sym_op) wanted.insert(key_of(op.rot, op.tr));
 
@@ -247,7 +254,8 @@ void get_hallsymb_from_gener(space_group_type& spg, std::string* hall) {
       if (hall) hall->clear();
       return;
     }
-    spg.hall = fixed_text::assigned(text, 16);
+    spg.hall = text;
+    spg.gen_hall = text;
     spg.num_gen = count;
     if (hall) *hall = fixed_text::assigned(text, 40);
     return;

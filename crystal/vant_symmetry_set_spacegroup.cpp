@@ -4,6 +4,7 @@
 
 #include "crystal/fixed_text.h"
 #include "crystal/vant_crystallographic_symmetry.h"
+#include "crystal/vant_math_general.h"
 #include "crystal/vant_string_utilities.h"
 #include "crystal/vant_symmetry_tables.h"
 
@@ -35,9 +36,21 @@ std::int32_t first_row_of_number(std::int32_t number) {
   return 0;
 }
 
+// The row of a symbol. A setting the table writes without its suffix is
+// found with it too: "R -3:H" (hexagonal axes) and "F D -3 M:2" (second
+// origin) name the rows "R -3" and "F D -3 M", whose setting column holds
+// "H" and "2".
 std::int32_t row_by_hm(const std::string& hm) {
   for (std::size_t k = 0; k < spgr_info.size(); ++k) {
     if (fixed_text::same(spgr_info[k].hm, hm)) return static_cast<std::int32_t>(k) + 1;
+  }
+  const auto colon = hm.find(':');
+  if (colon == std::string::npos) return 0;
+  const std::string head = hm.substr(0, colon);
+  const std::string setting = left_adjusted(hm.substr(colon + 1));
+  for (std::size_t k = 0; k < spgr_info.size(); ++k) {
+    if (fixed_text::same(spgr_info[k].hm, head) && fixed_text::same(u_case(spgr_info[k].inf_extra), setting))
+      return static_cast<std::int32_t>(k) + 1;
   }
   return 0;
 }
@@ -79,6 +92,44 @@ std::vector<std::string> split_generators(const std::string& gener) {
     start = end + 1;
   }
   return pieces;
+}
+
+// The generators of a number are written for its second origin, with the
+// centre at the origin. The first origin's row names a centre in its Hall
+// symbol ("F 4d 2 3 -1d": at d/2), known up to half a lattice vector; seen
+// from the right one, c, each generator (R, t) becomes (R, t + c - R c), an
+// operator of the row's group.
+bool is_operator_of(const symmetry_build_type& group, const mat3i& rot, const vec3f& t) {
+  for (std::size_t k = 0; k < group.ss.size(); ++k) {
+    const vec3f d = {group.ts[k][0] - t[0], group.ts[k][1] - t[1], group.ts[k][2] - t[2]};
+    if (group.ss[k] == rot && zbelongv(d)) return true;
+  }
+  return false;
+}
+
+void move_to_first_origin(std::vector<mat3i>& ss, std::vector<vec3f>& ts, std::int32_t row) {
+  symmetry_build_type first;
+  get_so_from_hall(table_row(row).hall, first);
+  // Half a lattice vector: half a whole cell step along each axis, plus
+  // half a centring vector of the row's lattice.
+  for (int half = 0; half < 8 * nlat; ++half) {
+    const vec3f& l = ltr[static_cast<std::size_t>(half / 8)];
+    vec3f c;
+    for (int i = 0; i < 3; ++i) c[i] = first.co[i] + 0.5f * (static_cast<float>((half >> i) & 1) + l[i]);
+    std::vector<vec3f> moved = ts;
+    bool all = true;
+    for (std::size_t k = 0; k < ss.size() && all; ++k) {
+      for (int i = 0; i < 3; ++i) {
+        moved[k][i] += c[i];
+        for (int j = 0; j < 3; ++j) moved[k][i] -= static_cast<float>(ss[k][i][j]) * c[j];
+      }
+      all = is_operator_of(first, ss[k], moved[k]);
+    }
+    if (all) {
+      ts = moved;
+      return;
+    }
+  }
 }
 
 std::int32_t generators_by_number(std::int32_t n) {
@@ -136,11 +187,27 @@ void complete_from_row(space_group_type& g, std::int32_t row) {
   }
 }
 
+// The Wyckoff row of a symbol. A symbol the table of positions leaves out
+// ("P 2") takes the row of another spelling of the same setting, the one
+// with the same Hall symbol ("P 1 2 1").
+const wyckoff_info_type* wyckoff_row(const std::string& symbol, const std::string& hall) {
+  const auto by_symbol = [](const std::string& key) -> const wyckoff_info_type* {
+    for (const auto& w : wyckoff_info)
+      if (fixed_text::same(w.hm, key)) return &w;
+    return nullptr;
+  };
+  if (const auto* w = by_symbol(symbol)) return w;
+  for (const auto& r : spgr_info) {
+    if (!fixed_text::same(r.hall, hall)) continue;
+    if (const auto* w = by_symbol(r.hm)) return w;
+  }
+  return nullptr;
+}
+
 void complete_wyckoff(space_group_type& g) {
   if (fixed_text::is_blank(g.spg_symb)) return;
-  const std::string key = g.spg_symb.substr(0, 12);
-  for (const auto& w : wyckoff_info) {
-    if (!fixed_text::same(w.hm, key)) continue;
+  if (const wyckoff_info_type* found = wyckoff_row(g.spg_symb.substr(0, 12), g.hall)) {
+    const wyckoff_info_type& w = *found;
     g.wyckoff.count = w.orbits;
     for (std::int32_t k = 0; k < w.orbits; ++k) {
       wyck_pos_type& p = g.wyckoff.pos[static_cast<std::size_t>(k)];
@@ -148,7 +215,6 @@ void complete_wyckoff(space_group_type& g) {
       wyckoff_orbit(g, p.origin, p.orbit_count, p.orbit);
       p.multiplicity = g.num_lat * p.orbit_count;
     }
-    return;
   }
 }
 
@@ -165,6 +231,7 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
                     const std::int32_t* ngen, const std::string* mode, bool force_hall) {
   spacegroup = space_group_type{};
   init_err_symm();
+  lat_ch.clear();  // no lattice decoded yet: an earlier call's must not pass for this one's
   set_spgr_info();
   set_wyckoff_info();
   std::string spgm = u_case(fixed_text::assigned(left_adjusted(spacegen), 20));
@@ -284,6 +351,7 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
     }
     const std::vector<std::string> pieces = split_generators(fixed_text::assigned(gener, 130));
     if (!read_operators(pieces, pieces.size(), ss, ts)) return;
+    if (row > 0 && fixed_text::trimmed(table_row(row).hm).ends_with(":1")) move_to_first_origin(ss, ts, row);
     get_so_from_gener(ss, ts, static_cast<std::int32_t>(pieces.size()),
                       row > 0 ? table_row(row).hm.substr(0, 1) : std::string(), built);
     spacegroup.sg_setting = "Generated from explicit IT generators";
@@ -309,26 +377,28 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
       spacegroup.laue.clear();
     }
   }
+  // Lattice and centre from the builder, as far as it came: a builder that
+  // fails leaves them for the caller to see beside its message.
+  if (built.crystal_code >= 1 && built.crystal_code <= 7) {
+    spacegroup.crystalsys = sys_cry[static_cast<std::size_t>(built.crystal_code - 1)];
+  }
+  if (!lat_ch.empty()) {
+    spacegroup.spg_lat = lat_ch;
+    spacegroup.num_lat = nlat;
+    spacegroup.latt_trans.assign(ltr.begin(), ltr.begin() + std::clamp(nlat, 1, 192));
+    if (inlat >= 1 && inlat <= 7) spacegroup.bravais = latt[static_cast<std::size_t>(inlat - 1)];
+  }
+  spacegroup.spg_latsy = built.latsy;
+  spacegroup.centred = built.centring_code;
+  spacegroup.centre = centro[static_cast<std::size_t>(std::clamp(built.centring_code, 0, 2))];
+  spacegroup.centre_coord = built.co;
   if (failed_build) {
     err_symm = true;
     err_symm_mess = build_message;
     return;
   }
 
-  // Lattice, centre and operators from the builder.
-  if (built.crystal_code >= 1 && built.crystal_code <= 7) {
-    spacegroup.crystalsys = sys_cry[static_cast<std::size_t>(built.crystal_code - 1)];
-  }
-  spacegroup.spg_lat = lat_ch;
-  spacegroup.spg_latsy = built.latsy;
-  spacegroup.num_lat = nlat;
-  spacegroup.latt_trans.assign(ltr.begin(), ltr.begin() + std::clamp(nlat, 1, 192));
-  if (built.lattice_code >= 1 && built.lattice_code <= 7) {
-    spacegroup.bravais = latt[static_cast<std::size_t>(built.lattice_code - 1)];
-  }
-  spacegroup.centred = built.centring_code;
-  spacegroup.centre = centro[static_cast<std::size_t>(std::clamp(built.centring_code, 0, 2))];
-  spacegroup.centre_coord = built.co;
+  // Operators from the builder.
   spacegroup.num_ops = built.num_ops;
 
   const std::size_t listed = opcion == "FIX" ? static_cast<std::size_t>(built.num_ops) : built.ss.size();
@@ -361,13 +431,19 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
     spacegroup.centre = fixed_text::assigned(
         spacegroup.centre + "  Gen(-1):" + spacegroup.sym_op_symb[static_cast<std::size_t>(spacegroup.num_ops)], 80);
   }
+  // A Hall symbol that can't be written for the group is reported
+  // (" Error in generators"); the record is complete all the same.
+  init_err_symm();
   if (opcion == "GEN") get_hallsymb_from_gener(spacegroup);
+  const bool unnamed = err_symm;
+  const std::string naming_message = err_symm_mess;
   if (opcion == "HMS") {
     spacegroup.num_gen = generators_by_number(spacegroup.numspg);
   } else if (opcion == "ITC" || opcion == "HAL") {
     spacegroup.num_gen = std::max(built.count, 0);
   }
-  init_err_symm();
   complete_wyckoff(spacegroup);
   lower_symbol(spacegroup.spg_symb);
+  err_symm = unnamed;
+  err_symm_mess = naming_message;
 }

@@ -860,7 +860,7 @@ def write_gen(path, gens):
 
 
 # Groups whose Wyckoff multiplicities the tests compare with the tables.
-TEST_GROUPS = ['P -1', 'P 21/C', 'C 2/C', 'P N M A', 'I 41/A M D', 'I 41/A M D:1', 'R -3 M',
+TEST_GROUPS = ['P -1', 'P 2', 'P 21/C', 'C 2/C', 'P N M A', 'I 41/A M D', 'I 41/A M D:1', 'R -3 M',
                'R -3 M:R', 'P 63/M M C', 'F D -3 M:1', 'F D -3 M', 'I A -3 D']
 
 
