@@ -51,6 +51,21 @@ bool hall_operators(const std::string& hall, std::set<operator_key>& keys, std::
   return ok;
 }
 
+// The operators of a row's Hall symbol, worked out once for each row: naming
+// a group compares it with many rows, and the rows never change.
+struct row_operators {
+  bool known = false, ok = false;
+  std::set<operator_key> keys;
+  std::int32_t generators = 0;
+};
+
+const row_operators& operators_of_row(std::size_t k) {
+  static std::vector<row_operators> rows(spgr_info.size());
+  row_operators& r = rows[k];
+  if (!r.known) r.ok = hall_operators(spgr_info[k].hall, r.keys, r.generators), r.known = true;
+  return r;
+}
+
 // The translation letters of a vector in twelfths: the fewest rows of
 // tras_val that add up to it modulo the cell, in lower case; the numbers in
 // brackets when no sum does.
@@ -226,20 +241,20 @@ bool write_hall_with_shift(const space_group_type& spg, const std::set<operator_
 void get_hallsymb_from_gener(space_group_type& spg, std::string* hall) {
   init_err_symm();
   set_spgr_info();
-  // A leading "-" puts the centre at the origin; a centre off the origin is
-  // written "-1" behind the generators, as in "P 2 2 -1n".
-  const std::string lattice_part = (spg.centred == 2 ? "-" : "") + spg.spg_lat;
   std::set<operator_key> wanted;
   for (const auto& op : spg.sym_op) wanted.insert(key_of(op.rot, op.tr));
 
   const spgr_info_type* match = nullptr;
   std::int32_t generators = 0;
-  for (const auto& row : spgr_info) {
-    std::set<operator_key> found;
-    if (row.hall.rfind(lattice_part + " ", 0) == 0 && hall_operators(row.hall, found, generators) && found == wanted) {
-      match = &row;
-      break;
-    }
+  for (std::size_t k = 0; k < spgr_info.size() && match == nullptr; ++k) {
+    // The lattice letter picks the candidates. The centre is left to the
+    // operators: one off the origin is written "-1" behind the generators
+    // ("P 2 2 -1n"), and may be at the origin too in a centred lattice
+    // ("B 2ab 2c -1ac").
+    const std::string& symbol = spgr_info[k].hall;
+    if (symbol.substr(symbol[0] == '-', 2) != spg.spg_lat + " ") continue;
+    const row_operators& row = operators_of_row(k);
+    if (row.ok && row.keys == wanted) match = &spgr_info[k], generators = row.generators;
   }
 
   if (match == nullptr) {

@@ -96,6 +96,42 @@ TEST(SetSpacegroup, EveryRowByHallAndBySymbolGivesTheSameGroup) {
   }
 }
 
+// Every setting of the table, handed over as the full operator list a CIF
+// carries (its own operators, by symbol), is named as a setting with those
+// operators (a setting of the same Hall symbol), number, lattice and system.
+TEST(SetSpacegroup, EveryRowFromItsOwnOperatorList) {
+  set_spgr_info();
+  const std::string gen_mode = "GEN";
+  for (const spgr_info_type& row : std::vector<spgr_info_type>(spgr_info)) {
+    space_group_type by_symbol, by_list;
+    set_spacegroup(row.hm, by_symbol);
+    const std::int32_t n = by_symbol.multip;
+    set_spacegroup(" ", by_list, &by_symbol.sym_op_symb, &n, &gen_mode);
+    ASSERT_FALSE(err_symm) << row.hm << ": " << err_symm_mess;
+    EXPECT_EQ(operator_set(by_list), operator_set(by_symbol)) << row.hm;
+    EXPECT_EQ(std::make_tuple(by_list.multip, by_list.numspg, by_list.hall, by_list.spg_lat, by_list.crystalsys,
+                              by_list.sg_setting),
+              std::make_tuple(n, row.n, row.hall, by_symbol.spg_lat, by_symbol.crystalsys, std::string("Tabulated Setting")))
+        << row.hm;
+  }
+}
+
+// The generators of a number, moved to its first origin where asked
+// ("227:1"), give the operators of the row the number names.
+TEST(SetSpacegroup, ItGeneratorsGiveTheRowOfTheNumber) {
+  const std::string itc_mode = "ITC";
+  for (int number = 1; number <= 230; ++number) {
+    for (const std::string& text : {std::to_string(number), std::to_string(number) + ":1"}) {
+      space_group_type by_row, by_generators;
+      set_spacegroup(text, by_row);
+      set_spacegroup(text, by_generators, nullptr, nullptr, &itc_mode);
+      ASSERT_FALSE(err_symm) << text << ": " << err_symm_mess;
+      EXPECT_EQ(operator_set(by_generators), operator_set(by_row)) << text;
+      EXPECT_EQ(by_generators.spg_symb, by_row.spg_symb) << text;
+    }
+  }
+}
+
 // The mode of a table row, "-" for none.
 const std::string* mode_of(const std::string& field, std::string& keep) {
   keep = field;
