@@ -109,15 +109,13 @@ bool add_element(std::vector<element12_type>& table, const element12_type& e, st
   reduce_translation(power.t, lattice_code);
   for (std::int32_t k = 1; k < std::max(order, 2); ++k) {
     if (!small_coefficients(power.rot)) return table_fault(" The generators do not make a crystallographic group");
-    bool known = false;
-    std::size_t same_kind = 0;  // elements proper, or improper, as the power is
-    const bool proper = determ_a(power.rot) > 0;
-    for (const auto& t : table) {
-      known = known || t.rot == power.rot;
-      same_kind += (determ_a(t.rot) > 0) == proper;
-    }
+    const bool known = std::any_of(table.begin(), table.end(), [&](const element12_type& t) { return t.rot == power.rot; });
     if (!known) {
-      if (same_kind >= max_elements) return table_fault(" Dimension of Table exceeded (I)");
+      // elements proper, or improper, as the power is
+      const bool proper = determ_a(power.rot) > 0;
+      const auto same_kind = std::count_if(table.begin(), table.end(),
+                                           [&](const element12_type& t) { return (determ_a(t.rot) > 0) == proper; });
+      if (static_cast<std::size_t>(same_kind) >= max_elements) return table_fault(" Dimension of Table exceeded (I)");
       table.push_back(power);
     }
     power = multiply(power, e, lattice_code);

@@ -143,9 +143,9 @@ bool same_translation(const vec3i& a, const vec3i& b, const std::vector<vec3i>& 
   return false;
 }
 
-// Adds an element and closes the table under products; false when a product
-// contradicts an element already there (the placement is no group) or the
-// table outgrows the largest point group with inversion.
+// Adds an element to a closed table and closes it again; false when a
+// product contradicts an element already there (the placement is no group)
+// or the table outgrows the largest point group with inversion.
 bool add_consistent(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code,
                     const std::vector<vec3i>& centring) {
   const auto insert = [&](element12_type p) {
@@ -157,8 +157,11 @@ bool add_consistent(std::vector<element12_type>& table, const element12_type& e,
     table.push_back(p);
     return true;
   };
+  // The table was closed before: only products with a new element can add
+  // anything, and those have the newer factor at i.
+  const std::size_t first_new = table.size();
   if (!insert(e)) return false;
-  for (std::size_t i = 0; i < table.size(); ++i) {
+  for (std::size_t i = first_new; i < table.size(); ++i) {
     for (std::size_t j = 0; j <= i; ++j) {
       if (!insert(multiply(table[i], table[j], lattice_code)) || !insert(multiply(table[j], table[i], lattice_code))) {
         return false;
@@ -249,34 +252,78 @@ void shift_origin(symmetry_build_type& out, const vec3f& s) {
   out.co = modulo_lat({out.co[0] + s[0], out.co[1] + s[1], out.co[2] + s[2]});
 }
 
-// For each operator of a list, the translations another list holds with
-// that rotation (null when it holds none), looked up once for every shift.
-using translations_of_operators = std::vector<const std::vector<vec3f>*>;
+// One operator of a list as the conditions on a move of the origin by s (in
+// 24ths) under which it becomes an operator of another list: row i of
+// t + s - R.s, that is t[i] + a.s with a = row i of I - R, must be the row of
+// one translation the other list holds with R.
+struct shift_condition {
+  std::array<vec3i, 3> a;           // rows of I - R
+  vec3i t;                          // translation in 24ths
+  std::array<int, 3> last;          // highest coordinate a row involves, -1 for none
+  const std::vector<vec3i>* wanted;  // the other list's translations with R, in 24ths
+};
 
-// True when every operator of a, its origin moved by s, is one of b.
-bool same_group_after_shift(const symmetry_build_type& a, const translations_of_operators& b, const vec3f& s) {
-  for (std::size_t k = 0; k < a.ss.size(); ++k) {
-    if (b[k] == nullptr) return false;
-    vec3f t = a.ts[k];
-    for (int i = 0; i < 3; ++i) {
-      t[i] += s[i];
-      for (int j = 0; j < 3; ++j) t[i] -= static_cast<float>(a.ss[k][i][j]) * s[j];
-    }
-    const bool found = std::any_of(b[k]->begin(), b[k]->end(), [&t](const vec3f& u) {
-      return zbelongv({t[0] - u[0], t[1] - u[1], t[2] - u[2]});
+int in_24ths(float v) { return static_cast<int>(((std::lround(v * 24.0f) % 24) + 24) % 24); }
+
+// True when each condition holds for one of its translations, counting only
+// the rows that involve the first `known` coordinates of s alone.
+bool conditions_hold(const std::vector<shift_condition>& conditions, const vec3i& s, int known) {
+  for (const shift_condition& c : conditions) {
+    const bool any = std::any_of(c.wanted->begin(), c.wanted->end(), [&](const vec3i& u) {
+      for (int i = 0; i < 3; ++i) {
+        if (c.last[i] >= known) continue;
+        const int row = c.t[i] + c.a[i][0] * s[0] + c.a[i][1] * s[1] + c.a[i][2] * s[2];
+        if (((row - u[i]) % 24 + 24) % 24 != 0) return false;
+      }
+      return true;
     });
-    if (!found) return false;
+    if (!any) return false;
   }
   return true;
 }
 
+// A move of the origin that satisfies all conditions, found coordinate by
+// coordinate: each value of the next coordinate is kept only while the rows
+// it settles hold, so few of the cell's 24^3 moves are ever looked at.
+bool shift_exists(const std::vector<shift_condition>& conditions, vec3i& s, int known) {
+  if (known == 3) return true;
+  for (int v = 0; v < 24; ++v) {
+    s[known] = v;
+    if (conditions_hold(conditions, s, known + 1) && shift_exists(conditions, s, known + 1)) return true;
+  }
+  return false;
+}
+
+// The table's group of a symbol: its row's Hall symbol expanded once for
+// the whole search (the expansion decodes its lattice again; ours stays).
+struct table_group {
+  bool tabulated = false;  // the symbol is a row of the table
+  bool made = false;
+  bool ok = false;
+  symmetry_build_type target;
+  std::map<mat3i, std::vector<vec3i>> by_rotation;  // its translations in 24ths
+};
+
+void make_table_group(const std::string& hall, table_group& table) {
+  table.made = true;
+  const std::int32_t keep_nlat = nlat, keep_inlat = inlat;
+  const auto keep_ltr = ltr;
+  const std::string keep_lat = lat_ch;
+  get_so_from_hall(hall, table.target);
+  nlat = keep_nlat, inlat = keep_inlat, ltr = keep_ltr, lat_ch = keep_lat;
+  table.ok = !err_symm;
+  for (std::size_t k = 0; k < table.target.ss.size(); ++k) {
+    const vec3f& t = table.target.ts[k];
+    table.by_rotation[table.target.ss[k]].push_back({in_24ths(t[0]), in_24ths(t[1]), in_24ths(t[2])});
+  }
+}
+
 // Moves the origin to the one of the table's setting with this symbol; false
-// when no shift (in 24ths) makes the two lists one group.
-bool align_with_table(const std::string& symbol, symmetry_build_type& out) {
-  set_spgr_info();
-  const auto row = std::find_if(spgr_info.begin(), spgr_info.end(),
-                                [&symbol](const spgr_info_type& r) { return fixed_text::same(r.hm, symbol); });
-  if (row == spgr_info.end()) {
+// when no move (in 24ths) makes the two lists one group. The reduced
+// operators and the centre's partner of the identity generate the list, so
+// only they are compared.
+bool align_with_table(const std::string& symbol, table_group& table, symmetry_build_type& out) {
+  if (!table.tabulated) {
     if (out.centring_code == 0) {
       shift_origin(out, {-out.co[0], -out.co[1], -out.co[2]});
       out.centring_code = 2;
@@ -284,35 +331,33 @@ bool align_with_table(const std::string& symbol, symmetry_build_type& out) {
     }
     return true;
   }
-  // The expansion of the Hall symbol decodes its lattice again; ours stays.
-  const std::int32_t keep_nlat = nlat, keep_inlat = inlat;
-  const auto keep_ltr = ltr;
-  const std::string keep_lat = lat_ch;
-  symmetry_build_type target;
-  get_so_from_hall(row->hall, target);
-  nlat = keep_nlat, inlat = keep_inlat, ltr = keep_ltr, lat_ch = keep_lat;
-  if (err_symm || target.ss.size() != out.ss.size()) return false;
-  std::map<mat3i, std::vector<vec3f>> by_rotation;
-  for (std::size_t k = 0; k < target.ss.size(); ++k) by_rotation[target.ss[k]].push_back(target.ts[k]);
-  translations_of_operators wanted;
-  for (const mat3i& rot : out.ss) {
-    const auto it = by_rotation.find(rot);
-    wanted.push_back(it == by_rotation.end() ? nullptr : &it->second);
+  if (!table.made) {
+    const auto row = std::find_if(spgr_info.begin(), spgr_info.end(),
+                                  [&symbol](const spgr_info_type& r) { return fixed_text::same(r.hm, symbol); });
+    make_table_group(row->hall, table);
   }
-  for (int i = 0; i < 24; ++i) {
-    for (int j = 0; j < 24; ++j) {
-      for (int k = 0; k < 24; ++k) {
-        const vec3f s = {static_cast<float>(i) / 24.0f, static_cast<float>(j) / 24.0f, static_cast<float>(k) / 24.0f};
-        if (!same_group_after_shift(out, wanted, s)) continue;
-        // Same group: the list takes the table's order and centre.
-        const std::int32_t count = out.count;
-        out = target;
-        out.count = count;
-        return true;
+  if (!table.ok || table.target.ss.size() != out.ss.size()) return false;
+  const std::size_t generating = std::min(out.ss.size(), static_cast<std::size_t>(out.num_ops) + (out.centring_code != 1));
+  std::vector<shift_condition> conditions;
+  for (std::size_t k = 0; k < generating; ++k) {
+    const auto it = table.by_rotation.find(out.ss[k]);
+    if (it == table.by_rotation.end()) return false;
+    shift_condition c{{}, {in_24ths(out.ts[k][0]), in_24ths(out.ts[k][1]), in_24ths(out.ts[k][2])}, {-1, -1, -1}, &it->second};
+    for (int i = 0; i < 3; ++i) {
+      for (int j = 0; j < 3; ++j) {
+        c.a[i][j] = (i == j) - out.ss[k][i][j];
+        if (c.a[i][j] != 0) c.last[i] = j;
       }
     }
+    conditions.push_back(c);
   }
-  return false;
+  vec3i s{};
+  if (!shift_exists(conditions, s, 0)) return false;
+  // Same group: the list takes the table's order and centre.
+  const std::int32_t count = out.count;
+  out = table.target;
+  out.count = count;
+  return true;
 }
 
 }  // namespace
@@ -434,6 +479,10 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
     const std::string part(fixed_text::trimmed(table[k]));
     if (!part.empty() && !part_generators(part, places[k], gens)) return;
   }
+  set_spgr_info();
+  table_group table_setting;
+  table_setting.tabulated = std::any_of(spgr_info.begin(), spgr_info.end(),
+                                        [&s](const spgr_info_type& r) { return fixed_text::same(r.hm, s); });
   // A placement counts when its group, in the table's origin, is the
   // table's group of this symbol (a lattice may hold a screw axis and a
   // rotation axis of one direction, so the first placement need not be it).
@@ -457,7 +506,7 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
     }
     if (!expand_element_table(reduced, trial)) return false;
     trial.count = static_cast<std::int32_t>(gens.size());
-    if (!align_with_table(s, trial)) return false;
+    if (!align_with_table(s, table_setting, trial)) return false;
     out = trial;
     return true;
   };
