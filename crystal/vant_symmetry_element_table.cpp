@@ -100,6 +100,9 @@ element12_type multiply(const element12_type& a, const element12_type& b, std::i
 }
 
 bool add_element(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code) {
+  // A table made by this function holds the powers of each of its elements,
+  // so an element whose rotation is there brings nothing new.
+  if (std::any_of(table.begin(), table.end(), [&e](const element12_type& t) { return t.rot == e.rot; })) return true;
   // An element of order n brings its powers up to the n-th; the roto-
   // inversions -1 and -3 repeat only after twice their order.
   std::int32_t order = std::abs(axes_rotation(e.rot));
@@ -124,12 +127,17 @@ bool add_element(std::vector<element12_type>& table, const element12_type& e, st
 }
 
 bool close_element_table(std::vector<element12_type>& table, std::int32_t lattice_code) {
+  // Passes over the table in order until one adds nothing; a pair multiplied
+  // in an earlier pass gives the same element again and is not redone.
+  std::vector<std::size_t> done;  // for each i, the j below it are done
   for (bool grown = true; grown;) {
     const std::size_t before = table.size();
     for (std::size_t i = 0; i < table.size(); ++i) {
-      for (std::size_t j = 0; j < table.size(); ++j) {
+      if (i == done.size()) done.push_back(0);
+      for (std::size_t j = done[i]; j < table.size(); ++j) {
         if (!add_element(table, multiply(table[i], table[j], lattice_code), lattice_code)) return false;
       }
+      done[i] = table.size();
     }
     grown = table.size() > before;
   }
