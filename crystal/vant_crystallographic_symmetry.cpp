@@ -388,11 +388,15 @@ void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::
   const std::int32_t num_lat = std::max(spg.num_lat, 1);
   const std::size_t reduced = std::min(static_cast<std::size_t>(std::max(spg.multip, 0) / num_lat), spg.sym_op.size());
   const std::size_t vectors = std::min(static_cast<std::size_t>(num_lat), spg.latt_trans.size());
-  const auto known = [&](const std::string& text) {
-    for (std::int32_t k = 0; k < orbit_count; ++k) {
-      if (orbit[k] == text) return true;
-    }
-    return false;
+  // The points so far as numbers: two positions have the same text when
+  // their rotation parts are equal and their constants differ by less than
+  // the text shows (0.0002), so only the points kept are written.
+  std::vector<std::pair<mat3f, vec3f>> points = {{w, t}};
+  const auto known = [&points](const mat3f& w1, const vec3f& t1) {
+    return std::any_of(points.begin(), points.end(), [&](const std::pair<mat3f, vec3f>& p) {
+      return p.first == w1 && std::fabs(p.second[0] - t1[0]) <= 0.0002f && std::fabs(p.second[1] - t1[1]) <= 0.0002f &&
+             std::fabs(p.second[2] - t1[2]) <= 0.0002f;
+    });
   };
   for (std::size_t k = 1; k < reduced && orbit_count < 48; ++k) {
     const sym_oper_type& op = spg.sym_op[k];
@@ -406,16 +410,16 @@ void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::
       t1[i] += op.tr[i];
     }
     t1 = modulo_lat(t1);
-    std::string candidate, text;
-    get_symsymbr(w1, t1, candidate);
-    candidate = fixed_text::assigned(candidate, 40);
-    bool drop = known(candidate);
+    bool drop = known(w1, t1);
     for (std::size_t l = 1; l < vectors && !drop; ++l) {
       const vec3f& c = spg.latt_trans[l];
-      get_symsymbr(w1, modulo_lat({t1[0] + c[0], t1[1] + c[1], t1[2] + c[2]}), text);
-      drop = known(fixed_text::assigned(text, 40));
+      drop = known(w1, modulo_lat({t1[0] + c[0], t1[1] + c[1], t1[2] + c[2]}));
     }
-    if (!drop) orbit[orbit_count++] = candidate;
+    if (drop) continue;
+    std::string text;
+    get_symsymbr(w1, t1, text);
+    orbit[orbit_count++] = fixed_text::assigned(text, 40);
+    points.push_back({w1, t1});
   }
 }
 
