@@ -11,12 +11,12 @@ namespace {
 
 const mat3i identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 
-// Subtracts 6 from the listed components while all of them are at least 6.
-bool subtract_half(vec3i& t, std::initializer_list<int> axes) {
-  for (int a : axes) {
-    if (t[a] < 6) return false;
-  }
-  for (int a : axes) t[a] -= 6;
+// Subtracts 6 from the components a and b (and c, when it is given) when all
+// of them are at least 6.
+bool subtract_half(vec3i& t, int a, int b, int c = -1) {
+  if (t[a] < 6 || t[b] < 6 || (c >= 0 && t[c] < 6)) return false;
+  t[a] -= 6, t[b] -= 6;
+  if (c >= 0) t[c] -= 6;
   return true;
 }
 
@@ -57,16 +57,16 @@ void reduce_translation(vec3i& t, std::int32_t lattice_code) {
   while (again) {
     switch (lattice_code) {
       case 2:
-        again = subtract_half(t, {1, 2});
+        again = subtract_half(t, 1, 2);
         break;
       case 3:
-        again = subtract_half(t, {0, 2});
+        again = subtract_half(t, 0, 2);
         break;
       case 4:
-        again = subtract_half(t, {0, 1});
+        again = subtract_half(t, 0, 1);
         break;
       case 5:
-        again = subtract_half(t, {0, 1, 2});
+        again = subtract_half(t, 0, 1, 2);
         break;
       case 6:
         if (t[0] >= 8 && t[1] >= 4 && t[2] >= 4) {
@@ -78,7 +78,7 @@ void reduce_translation(vec3i& t, std::int32_t lattice_code) {
         }
         break;
       case 7:
-        again = subtract_half(t, {1, 2}) || subtract_half(t, {0, 2}) || subtract_half(t, {0, 1});
+        again = subtract_half(t, 1, 2) || subtract_half(t, 0, 2) || subtract_half(t, 0, 1);
         break;
       default:
         again = false;

@@ -212,29 +212,32 @@ const std::vector<vec3i>& placements(const mat3i& rot) {
 
 // The positions each element may take, for the whole search: the first
 // element stands at the origin.
-std::vector<std::vector<vec3i>> placements_of(const std::vector<element12_type>& elements) {
-  std::vector<std::vector<vec3i>> where;
-  for (std::size_t k = 0; k < elements.size(); ++k)
-    where.push_back(k == 0 ? std::vector<vec3i>{vec3i{0, 0, 0}} : placements(elements[k].rot));
+std::vector<const std::vector<vec3i>*> placements_of(const std::vector<element12_type>& elements) {
+  static const std::vector<vec3i> origin = {vec3i{0, 0, 0}};
+  std::vector<const std::vector<vec3i>*> where;
+  for (std::size_t k = 0; k < elements.size(); ++k) where.push_back(k == 0 ? &origin : &placements(elements[k].rot));
   return where;
 }
 
 // Places the elements from `next` on, depth first, each at one of its
-// positions; a complete placement counts when `accept` takes the group it makes.
+// positions; a complete placement counts when `accept` takes the group it
+// makes. A trial only appends to the table, which is cut back to what it
+// was when the trial fails.
 template <typename Accept>
-bool place_elements(const std::vector<element12_type>& elements, const std::vector<std::vector<vec3i>>& where,
-                    std::size_t next, const std::vector<element12_type>& table, std::int32_t lattice_code,
+bool place_elements(const std::vector<element12_type>& elements, const std::vector<const std::vector<vec3i>*>& where,
+                    std::size_t next, std::vector<element12_type>& table, std::int32_t lattice_code,
                     const std::vector<vec3i>& centring, Accept& accept) {
   if (next == elements.size()) return accept(table);
   const element12_type& e = elements[next];
-  for (const auto& v : where[next]) {
-    std::vector<element12_type> trial = table;
+  const std::size_t before = table.size();
+  for (const auto& v : *where[next]) {
     element12_type placed = e;
     for (int i = 0; i < 3; ++i) placed.t[i] += v[i];
-    if (add_consistent(trial, placed, lattice_code, centring) &&
-        place_elements(elements, where, next + 1, trial, lattice_code, centring, accept)) {
+    if (add_consistent(table, placed, lattice_code, centring) &&
+        place_elements(elements, where, next + 1, table, lattice_code, centring, accept)) {
       return true;
     }
+    table.resize(before);
   }
   return false;
 }
@@ -510,7 +513,7 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
     out = trial;
     return true;
   };
-  const std::vector<element12_type> start = {{identity, {0, 0, 0}}};
+  std::vector<element12_type> start = {{identity, {0, 0, 0}}};
   if (!place_elements(gens, placements_of(gens), 0, start, out.lattice_code, centring_twelfths(), accept)) {
     fail(" Wrong space-group symbol: " + symbol);
     return;

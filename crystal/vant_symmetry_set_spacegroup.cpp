@@ -229,7 +229,10 @@ void lower_symbol(std::string& s) {
 
 void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, const std::vector<std::string>* gen,
                     const std::int32_t* ngen, const std::string* mode, bool force_hall) {
-  spacegroup = space_group_type{};
+  // The default record copied over the target: its texts are emptied in
+  // place, where building a new record would clear 1248 Wyckoff texts anew.
+  static const space_group_type default_record{};
+  spacegroup = default_record;
   init_err_symm();
   lat_ch.clear();  // no lattice decoded yet: an earlier call's must not pass for this one's
   set_spgr_info();
