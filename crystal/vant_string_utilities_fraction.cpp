@@ -1,5 +1,6 @@
 #include "crystal/vant_string_utilities_fraction.h"
 
+#include <array>
 #include <cmath>
 #include <cstdio>
 
@@ -24,10 +25,21 @@ std::string get_fraction_2dig(float v) {
     const long n = std::lround(v);
     text = (n > 0 ? "+" : "") + std::to_string(n);
   } else {
+    // The first fraction num/den within epss of |v|, num from 1 and den from
+    // 2 up to 24. For one num the fractions fall as den grows, so the dens
+    // past the first fraction below |v| - epss are not looked at.
+    static const std::array<float, 25> inverse = [] {
+      std::array<float, 25> r{};
+      for (int den = 1; den <= 24; ++den) r[static_cast<std::size_t>(den)] = 1.0f / static_cast<float>(den);
+      return r;
+    }();
     const float av = std::fabs(v);
+    const float eps = epss_val();
     for (int num = 1; num <= 24 && text.empty(); ++num) {
       for (int den = 2; den <= 24; ++den) {
-        if (negligibler(static_cast<float>(num) * (1.0f / static_cast<float>(den)) - av)) {
+        const float d = static_cast<float>(num) * inverse[static_cast<std::size_t>(den)] - av;
+        if (d < -eps) break;
+        if (d <= eps) {
           text = (v > 0.0f ? "+" : "-") + std::to_string(num) + "/" + std::to_string(den);
           break;
         }

@@ -102,7 +102,7 @@ element12_type multiply(const element12_type& a, const element12_type& b, std::i
 bool add_element(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code) {
   // A table made by this function holds the powers of each of its elements,
   // so an element whose rotation is there brings nothing new.
-  if (std::any_of(table.begin(), table.end(), [&e](const element12_type& t) { return t.rot == e.rot; })) return true;
+  if (std::any_of(table.begin(), table.end(), [&e](const element12_type& t) { return same_rotation(t.rot, e.rot); })) return true;
   // An element of order n brings its powers up to the n-th; the roto-
   // inversions -1 and -3 repeat only after twice their order.
   std::int32_t order = std::abs(axes_rotation(e.rot));
@@ -112,7 +112,7 @@ bool add_element(std::vector<element12_type>& table, const element12_type& e, st
   reduce_translation(power.t, lattice_code);
   for (std::int32_t k = 1; k < std::max(order, 2); ++k) {
     if (!small_coefficients(power.rot)) return table_fault(" The generators do not make a crystallographic group");
-    const bool known = std::any_of(table.begin(), table.end(), [&](const element12_type& t) { return t.rot == power.rot; });
+    const bool known = std::any_of(table.begin(), table.end(), [&](const element12_type& t) { return same_rotation(t.rot, power.rot); });
     if (!known) {
       // elements proper, or improper, as the power is
       const bool proper = determ_a(power.rot) > 0;

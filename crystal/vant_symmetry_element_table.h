@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "crystal/vant_crystallographic_symmetry.h"
@@ -12,6 +13,10 @@ struct element12_type {
   mat3i rot{};
   vec3i t{};  // twelfths
 };
+
+// Rotations compared as the one block of nine integers they are: tables are
+// searched for a rotation at every product.
+inline bool same_rotation(const mat3i& a, const mat3i& b) { return std::memcmp(&a, &b, sizeof(mat3i)) == 0; }
 
 // The largest table: a reduced group without inversion nor centring. A table
 // that holds the inversion too (split_off_centre) has as many improper

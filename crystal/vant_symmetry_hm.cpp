@@ -151,7 +151,7 @@ bool add_consistent(std::vector<element12_type>& table, const element12_type& e,
   const auto insert = [&](element12_type p) {
     reduce_translation(p.t, lattice_code);
     for (const auto& t : table) {
-      if (t.rot == p.rot) return same_translation(t.t, p.t, centring);
+      if (same_rotation(t.rot, p.rot)) return same_translation(t.t, p.t, centring);
     }
     if (table.size() >= 2 * max_elements) return false;
     table.push_back(p);
