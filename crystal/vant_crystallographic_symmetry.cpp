@@ -51,8 +51,17 @@ void init_err_symm() {
   err_symm_mess.clear();
 }
 
+namespace {
+
+// The floating remainder of x by 1, as fmod gives it (sign of x, and exact:
+// the fraction of a float needs no more bits than the float), without
+// fmod's general division loop.
+float remainder_by_one(float x) { return std::copysign(x - std::trunc(x), x); }
+
+}  // namespace
+
 vec3f modulo_lat(const vec3f& v) {
-  return {std::fmod(v[0] + 10.0f, 1.0f), std::fmod(v[1] + 10.0f, 1.0f), std::fmod(v[2] + 10.0f, 1.0f)};
+  return {remainder_by_one(v[0] + 10.0f), remainder_by_one(v[1] + 10.0f), remainder_by_one(v[2] + 10.0f)};
 }
 
 // ------------------------------------------------------------------ reading
@@ -140,22 +149,24 @@ void read_xsym(const std::string& text, std::int32_t istart, mat3i& rot, vec3f* 
 void get_symsymbi(const mat3i& rot, const vec3f& tr, std::string& text) {
   static const char letters[] = "xyz";
   text.clear();
+  std::string row;  // the work text of a row: its parts hold no blanks
   for (int i = 0; i < 3; ++i) {
-    std::string row;
+    row.clear();
     for (int j = 0; j < 3; ++j) {
       const std::int32_t c = rot[i][j];
-      if (c == 1) {
-        row += std::string("+") + letters[j];
-      } else if (c == -1) {
-        row += std::string("-") + letters[j];
-      } else if (c != 0) {
-        row += (c > 0 ? "+" : "") + std::to_string(c) + letters[j];
+      if (c == 0) continue;
+      if (c == 1 || c == -1) {
+        row += c > 0 ? '+' : '-';
+      } else {
+        if (c > 0) row += '+';
+        row += std::to_string(c);
       }
+      row += letters[j];
     }
     if (std::fabs(tr[i]) > translation_threshold) row += get_fraction_2dig(tr[i]);
-    row = fixed_text::assigned(row, 30);
-    if (!row.empty() && row[0] == '+') row.erase(0, 1);
-    text += (i > 0 ? "," : "") + pack_string(row);
+    if (row.size() > 30) row.resize(30);
+    if (i > 0) text += ',';
+    text.append(row, !row.empty() && row[0] == '+' ? 1 : 0);
   }
 }
 

@@ -52,7 +52,10 @@ vec3i to_twelfths(const vec3f& t) {
 }
 
 void reduce_translation(vec3i& t, std::int32_t lattice_code) {
-  for (auto& c : t) c = ((c % 12) + 12) % 12;
+  for (auto& c : t) {
+    c %= 12;
+    if (c < 0) c += 12;
+  }
   bool again = true;
   while (again) {
     switch (lattice_code) {

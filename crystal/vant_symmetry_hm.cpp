@@ -137,7 +137,7 @@ std::vector<vec3i> centring_twelfths() {
 bool same_translation(const vec3i& a, const vec3i& b, const std::vector<vec3i>& centring) {
   for (const auto& c : centring) {
     bool equal = true;
-    for (int i = 0; i < 3; ++i) equal = equal && (((a[i] - b[i] - c[i]) % 12) + 12) % 12 == 0;
+    for (int i = 0; i < 3; ++i) equal = equal && (a[i] - b[i] - c[i]) % 12 == 0;
     if (equal) return true;
   }
   return false;
