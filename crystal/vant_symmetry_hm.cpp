@@ -148,8 +148,8 @@ bool same_translation(const vec3i& a, const vec3i& b, const std::vector<vec3i>& 
 // or the table outgrows the largest point group with inversion.
 bool add_consistent(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code,
                     const std::vector<vec3i>& centring) {
-  const auto insert = [&](element12_type p) {
-    reduce_translation(p.t, lattice_code);
+  // Elements arrive with their translation reduced (multiply reduces).
+  const auto insert = [&](const element12_type& p) {
     for (const auto& t : table) {
       if (same_rotation(t.rot, p.rot)) return same_translation(t.t, p.t, centring);
     }
@@ -160,7 +160,9 @@ bool add_consistent(std::vector<element12_type>& table, const element12_type& e,
   // The table was closed before: only products with a new element can add
   // anything, and those have the newer factor at i.
   const std::size_t first_new = table.size();
-  if (!insert(e)) return false;
+  element12_type reduced = e;
+  reduce_translation(reduced.t, lattice_code);
+  if (!insert(reduced)) return false;
   for (std::size_t i = first_new; i < table.size(); ++i) {
     for (std::size_t j = 0; j <= i; ++j) {
       if (!insert(multiply(table[i], table[j], lattice_code)) || !insert(multiply(table[j], table[i], lattice_code))) {

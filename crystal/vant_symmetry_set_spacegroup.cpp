@@ -1,6 +1,7 @@
 // set_spacegroup: from a text or a list of operators to the complete record.
 #include <algorithm>
 #include <cctype>
+#include <map>
 
 #include "crystal/fixed_text.h"
 #include "crystal/vant_crystallographic_symmetry.h"
@@ -189,19 +190,22 @@ void complete_from_row(space_group_type& g, std::int32_t row) {
 
 // The Wyckoff row of a symbol. A symbol the table of positions leaves out
 // ("P 2") takes the row of another spelling of the same setting, the one
-// with the same Hall symbol ("P 1 2 1").
+// with the same Hall symbol ("P 1 2 1"). Both look-ups go through indexes
+// made once: the tables are constants, released and made again in the same
+// order.
 const wyckoff_info_type* wyckoff_row(const std::string& symbol, const std::string& hall) {
-  const auto by_symbol = [](const std::string& key) -> const wyckoff_info_type* {
-    for (const auto& w : wyckoff_info)
-      if (fixed_text::same(w.hm, key)) return &w;
-    return nullptr;
-  };
-  if (const auto* w = by_symbol(symbol)) return w;
-  for (const auto& r : spgr_info) {
-    if (!fixed_text::same(r.hall, hall)) continue;
-    if (const auto* w = by_symbol(r.hm)) return w;
+  static std::map<std::string, std::size_t, std::less<>> by_symbol, by_hall;
+  if (by_symbol.empty()) {
+    for (std::size_t k = 0; k < wyckoff_info.size(); ++k)
+      by_symbol.emplace(fixed_text::trimmed(wyckoff_info[k].hm), k);
+    for (const auto& r : spgr_info) {
+      const auto w = by_symbol.find(fixed_text::trimmed(r.hm));
+      if (w != by_symbol.end()) by_hall.emplace(fixed_text::trimmed(r.hall), w->second);
+    }
   }
-  return nullptr;
+  if (const auto s = by_symbol.find(fixed_text::trimmed(symbol)); s != by_symbol.end()) return &wyckoff_info[s->second];
+  const auto h = by_hall.find(fixed_text::trimmed(hall));
+  return h == by_hall.end() ? nullptr : &wyckoff_info[h->second];
 }
 
 void complete_wyckoff(space_group_type& g) {
