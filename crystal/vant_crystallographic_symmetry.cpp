@@ -388,13 +388,12 @@ void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::
   orbit[0] = std::string(fixed_text::trimmed(origin.substr(start)));
   orbit_count = 1;
 
-  mat3i wi;
+  // The rotation part of a site's text and of its images is integer: it
+  // is worked out in integers and made real only for the text.
+  mat3i w;
   vec3f t;
-  read_xsym(origin, 1, wi, &t, false);
+  read_xsym(origin, 1, w, &t, false);
   init_err_symm();  // a site's text may have a zero determinant
-  mat3f w;
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) w[i][j] = static_cast<float>(wi[i][j]);
 
   const std::int32_t num_lat = std::max(spg.num_lat, 1);
   const std::size_t reduced = std::min(static_cast<std::size_t>(std::max(spg.multip, 0) / num_lat), spg.sym_op.size());
@@ -402,20 +401,20 @@ void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::
   // The points so far as numbers: two positions have the same text when
   // their rotation parts are equal and their constants differ by less than
   // the text shows (0.0002), so only the points kept are written.
-  std::vector<std::pair<mat3f, vec3f>> points = {{w, t}};
-  const auto known = [&points](const mat3f& w1, const vec3f& t1) {
-    return std::any_of(points.begin(), points.end(), [&](const std::pair<mat3f, vec3f>& p) {
+  std::vector<std::pair<mat3i, vec3f>> points = {{w, t}};
+  const auto known = [&points](const mat3i& w1, const vec3f& t1) {
+    return std::any_of(points.begin(), points.end(), [&](const std::pair<mat3i, vec3f>& p) {
       return p.first == w1 && std::fabs(p.second[0] - t1[0]) <= 0.0002f && std::fabs(p.second[1] - t1[1]) <= 0.0002f &&
              std::fabs(p.second[2] - t1[2]) <= 0.0002f;
     });
   };
   for (std::size_t k = 1; k < reduced && orbit_count < 48; ++k) {
     const sym_oper_type& op = spg.sym_op[k];
-    mat3f w1{};
+    mat3i w1{};
     vec3f t1{};
     for (int i = 0; i < 3; ++i) {
       for (int j = 0; j < 3; ++j) {
-        for (int m = 0; m < 3; ++m) w1[i][j] += static_cast<float>(op.rot[i][m]) * w[m][j];
+        for (int m = 0; m < 3; ++m) w1[i][j] += op.rot[i][m] * w[m][j];
         t1[i] += static_cast<float>(op.rot[i][j]) * t[j];
       }
       t1[i] += op.tr[i];
@@ -427,8 +426,11 @@ void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::
       drop = known(w1, modulo_lat({t1[0] + c[0], t1[1] + c[1], t1[2] + c[2]}));
     }
     if (drop) continue;
+    mat3f real_w1;
+    for (int i = 0; i < 3; ++i)
+      for (int j = 0; j < 3; ++j) real_w1[i][j] = static_cast<float>(w1[i][j]);
     std::string text;
-    get_symsymbr(w1, t1, text);
+    get_symsymbr(real_w1, t1, text);
     orbit[orbit_count++] = fixed_text::assigned(text, 40);
     points.push_back({w1, t1});
   }
