@@ -302,7 +302,7 @@ bool shift_exists(const std::vector<shift_condition>& conditions, vec3i& s, int 
 // The table's group of a symbol: its row's Hall symbol expanded once for
 // the whole search (the expansion decodes its lattice again; ours stays).
 struct table_group {
-  bool tabulated = false;  // the symbol is a row of the table
+  std::int32_t row = 0;  // the symbol's row of the table, 0 for none
   bool made = false;
   bool ok = false;
   symmetry_build_type target;
@@ -327,8 +327,8 @@ void make_table_group(const std::string& hall, table_group& table) {
 // when no move (in 24ths) makes the two lists one group. The reduced
 // operators and the centre's partner of the identity generate the list, so
 // only they are compared.
-bool align_with_table(const std::string& symbol, table_group& table, symmetry_build_type& out) {
-  if (!table.tabulated) {
+bool align_with_table(table_group& table, symmetry_build_type& out) {
+  if (table.row == 0) {
     if (out.centring_code == 0) {
       shift_origin(out, {-out.co[0], -out.co[1], -out.co[2]});
       out.centring_code = 2;
@@ -336,11 +336,7 @@ bool align_with_table(const std::string& symbol, table_group& table, symmetry_bu
     }
     return true;
   }
-  if (!table.made) {
-    const auto row = std::find_if(spgr_info.begin(), spgr_info.end(),
-                                  [&symbol](const spgr_info_type& r) { return fixed_text::same(r.hm, symbol); });
-    make_table_group(row->hall, table);
-  }
+  if (!table.made) make_table_group(spgr_info[static_cast<std::size_t>(table.row - 1)].hall, table);
   if (!table.ok || table.target.ss.size() != out.ss.size()) return false;
   const std::size_t generating = std::min(out.ss.size(), static_cast<std::size_t>(out.num_ops) + (out.centring_code != 1));
   std::vector<shift_condition> conditions;
@@ -486,8 +482,7 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
   }
   set_spgr_info();
   table_group table_setting;
-  table_setting.tabulated = std::any_of(spgr_info.begin(), spgr_info.end(),
-                                        [&s](const spgr_info_type& r) { return fixed_text::same(r.hm, s); });
+  table_setting.row = spgr_row_of_symbol(s);
   // A placement counts when its group, in the table's origin, is the
   // table's group of this symbol (a lattice may hold a screw axis and a
   // rotation axis of one direction, so the first placement need not be it).
@@ -511,7 +506,7 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
     }
     if (!expand_element_table(reduced, trial)) return false;
     trial.count = static_cast<std::int32_t>(gens.size());
-    if (!align_with_table(s, table_setting, trial)) return false;
+    if (!align_with_table(table_setting, trial)) return false;
     out = trial;
     return true;
   };

@@ -42,9 +42,7 @@ std::int32_t first_row_of_number(std::int32_t number) {
 // origin) name the rows "R -3" and "F D -3 M", whose setting column holds
 // "H" and "2".
 std::int32_t row_by_hm(const std::string& hm) {
-  for (std::size_t k = 0; k < spgr_info.size(); ++k) {
-    if (fixed_text::same(spgr_info[k].hm, hm)) return static_cast<std::int32_t>(k) + 1;
-  }
+  if (const std::int32_t row = spgr_row_of_symbol(hm)) return row;
   const auto colon = hm.find(':');
   if (colon == std::string::npos) return 0;
   const std::string head = hm.substr(0, colon);

@@ -3,6 +3,7 @@
 #include <cctype>
 #include <climits>
 #include <cstdlib>
+#include <unordered_map>
 
 #include "crystal/fixed_text.h"
 #include "crystal/vant_string_utilities.h"
@@ -103,6 +104,16 @@ void set_spgr_info() {
     r.inf_extra = row.inf_extra;
     spgr_info.push_back(std::move(r));
   }
+}
+
+std::int32_t spgr_row_of_symbol(std::string_view hm) {
+  static const std::unordered_map<std::string_view, std::int32_t> rows = [] {
+    std::unordered_map<std::string_view, std::int32_t> index;
+    for (int k = 0; k < spgr_info_row_count; ++k) index.emplace(fixed_text::trimmed(spgr_info_rows[k].hm), k + 1);
+    return index;
+  }();
+  const auto it = rows.find(fixed_text::trimmed(hm));
+  return it == rows.end() ? 0 : it->second;
 }
 
 void remove_spgr_info() {

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "crystal/vector_types.h"
@@ -62,6 +63,11 @@ extern const std::array<vec3f, 4> ltr_f;
 
 void set_spgr_info();
 void remove_spgr_info();
+
+// The row (counted from 1) of the first setting whose symbol is hm, trailing
+// blanks aside; 0 for none. An index of the constant rows, made on first
+// use, answers without the table being allocated.
+std::int32_t spgr_row_of_symbol(std::string_view hm);
 void set_wyckoff_info();
 void remove_wyckoff_info();
 void set_it_gen();
