@@ -16,6 +16,12 @@ void rota_ox(vec3f& out, const vec3f& in, float ang);
 void rota_oy(vec3f& out, const vec3f& in, float ang);
 void rota_oz(vec3f& out, const vec3f& in, float ang);
 
+// Turns the isosurface mesh (the first npoints records of xyz) and, with
+// kbonds, the molecule's points at_bonds_o in place by the view whose rows
+// are xorient, yorient, zorient: each point p becomes
+// p(1) xorient + p(2) yorient + p(3) zorient. A record's type stays.
+void oriented_view();
+
 // Adds the map on the square xl1..xl2 by yl1..yl2 of the plane at height zt
 // into the 50 x 50 dmap: one layer, or with boton_add up to 11 layers from
 // zt - |view_layers(1)| to zt + |view_layers(2)|, summed.

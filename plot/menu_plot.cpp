@@ -8,6 +8,7 @@
 #include "crystal/fixed_text.h"
 #include "plot/atoms_overlay.h"
 #include "plot/draw_plot_pg.h"
+#include "plot/isosurface_view.h"
 #include "plot/mouse_probe.h"
 #include "plot/plane_dialog.h"
 #include "plot/plot_levels.h"

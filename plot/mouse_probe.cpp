@@ -8,6 +8,7 @@
 #include "maps/section_extraction.h"
 #include "maps/section_families.h"
 #include "plot/menu_plot.h"
+#include "plot/isosurface_view.h"
 #include "plot/message_bar.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/core/number_format.h"
@@ -97,10 +98,7 @@ void proc_mousemove() {
     case 1:
     case 2: probe_section(); break;
     case 3: turn_surface(); break;
-    default:
-      // The isosurface view's turning belongs to its mesh; here only the position is kept.
-      qp::xm_mo = qp::mensaje.gx;
-      qp::ym_mo = qp::mensaje.gy;
-      break;
+    case 4: turn_isosurface(); break;
+    default: break;
   }
 }

@@ -11,9 +11,8 @@
 #include "maps/section_families.h"
 #include "plot/draw_plot_pg.h"
 #include "plot/graphics_unit.h"
-#include "plot/isosurface_mesh.h"
+#include "plot/isosurface_view.h"
 #include "plot/menu_plot.h"
-#include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/dialogs/selectors.h"
 #include "toolkit/dialogs/winfodialog.h"
@@ -73,7 +72,7 @@ void set_plot_kind(std::int32_t kind) {
   const std::int32_t before = qp::boton_tg;
   if (before == isosurface) {
     init_graphics_unit();
-    set_items({40034, 40036, 40037, 40048, 40004, 40032, 40043, 40049, 40003}, 1, 1);
+    set_items({40034, 40036, 40037, 40048, 40004, 40032, 40043, 40049, 40003, 40038}, 1, 1);
     qp::klimits = 0;
   }
   if (kind == 3) mouse_messages(1);
@@ -140,8 +139,7 @@ void proc_clear() {
   // Only the z section goes back to the first; the other two stay.
   qp::seccion[2] = 1;
   if (qp::boton_tg == isosurface) {
-    isosurface_mesh();
-    draw_isosurface();
+    reset_isosurface();
     return;
   }
   set_items({40034, 40036, 40037, 40048, 40004, 40030, 40032, 40043}, 1, 1);

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plot/isosurface_mesh.h"
+#include "plot/isosurface_view.h"
 #include "plot/menu_plot.h"
-#include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/core/werror.h"
 #include "toolkit/dialogs/wdialog.h"
@@ -118,8 +117,7 @@ void isosurface_level() {
   wdialogunload();
   if (!ok || std::fabs(level - qp::isolev) < 0.0001f) return;
   qp::isolev = level;
-  isosurface_mesh();
-  draw_isosurface();
+  refresh_isosurface();
 }
 
 }  // namespace

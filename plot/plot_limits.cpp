@@ -8,6 +8,7 @@
 #include "maps/section_extraction.h"
 #include "maps/section_families.h"
 #include "plot/draw_plot_pg.h"
+#include "plot/isosurface_box.h"
 #include "plot/menu_plot.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/core/werror.h"
@@ -50,8 +51,10 @@ bool read_limits() {
 }  // namespace
 
 void proc_limits() {
-  // The box of the isosurface view is not built yet: it leaves the view as it is.
-  if (qp::boton_tg == 4) return;
+  if (qp::boton_tg == 4) {
+    isosurface_box();
+    return;
+  }
   qp::seccion[2] = 1;
   qp::boton_add = false;
   qp::nadd = 1;

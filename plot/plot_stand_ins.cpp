@@ -8,8 +8,6 @@ void note(const char* name) { calls.emplace_back(name); }
 
 }  // namespace
 
-void proc_iso() { note("proc_iso"); }
-void draw_isosurface() { note("draw_isosurface"); }
 void proc_ascii() { note("proc_ascii"); }
 
 const std::vector<std::string>& plot_stand_in_calls() { return calls; }

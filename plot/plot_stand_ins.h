@@ -4,16 +4,12 @@
 // can be checked before the real handlers arrive.
 //
 //   routine                  waits for
-//   proc_iso, draw_isosurface
-//                            the isosurface view
 //   proc_ascii               the text map writer
 #pragma once
 
 #include <string>
 #include <vector>
 
-void proc_iso();
-void draw_isosurface();
 void proc_ascii();
 
 // The stand-ins called since the last clear, oldest first.

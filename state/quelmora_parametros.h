@@ -93,6 +93,9 @@ inline std::int32_t nbonds = 0;
 inline std::vector<std::array<std::int32_t, 12>> bonds;
 inline std::vector<vec3f> at_bonds, at_bonds_o;
 inline vec3f baric{};
+// The isosurface view's three axes as the last turn of the mouse moved them
+// (rows of the turn applied to the mesh and the molecule).
+inline vec3f xorient{1.0f, 0.0f, 0.0f}, yorient{0.0f, 1.0f, 0.0f}, zorient{0.0f, 0.0f, 1.0f};
 inline std::int32_t klevel = 0, klimits = 0;
 inline std::array<std::string, 3> plane_points;  // char(40) each
 inline std::int32_t nadd = 1, imap = 1, nmap = 1;
