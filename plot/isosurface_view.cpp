@@ -25,6 +25,7 @@ namespace {
 
 constexpr std::int32_t isosurface = 4;
 constexpr int foreground = 120;
+constexpr int bond_width = 3;
 constexpr std::int32_t nearest_colour = 83, farthest_colour = 95;
 constexpr std::int32_t kind_commands[] = {40072, 40074, 40075, 40076};
 // What belongs to sections: direction, stepping, sums, run-through, probing,
@@ -119,6 +120,8 @@ void draw_molecule() {
   std::iota(order.begin(), order.end(), std::size_t{0});
   std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return p[a][2] < p[b][2]; });
   igrcolourn(foreground);
+  // Thicker than the wires, so that a bond shows between its two blobs.
+  igrlinewidth(bond_width);
   for (std::size_t a : order) {
     const auto& links = qp::bonds[a];
     for (std::int32_t l = 0; l < links[1]; ++l) {
@@ -128,6 +131,7 @@ void draw_molecule() {
       igrlineto(p[b][0], p[b][1]);
     }
   }
+  igrlinewidth(1);
 }
 
 // How each type of primitive is drawn: polygons as (first record, corners),
@@ -215,6 +219,7 @@ void proc_iso() {
 void draw_isosurface() {
   igrselect(igr_bitmap, qp::ibmp1);
   igrareaclear();
+  igrlinetype(0);
   proportional_units();
   if (qp::kbonds) draw_molecule();
   const std::size_t n = records();

@@ -74,7 +74,8 @@ bool load_map(const std::string& path) {
 
 TEST(ExampleMap, GeneratorReproducesTheCommittedFiles) {
   const fs::path dir = example_folder("example");
-  for (const char* name : {"nacl.bin", "nacl.inp", "nacl.fou"})
+  EXPECT_EQ(run("quelmora-example --molecule " + (dir / "hmt.bin").string()).first, 0);
+  for (const char* name : {"nacl.bin", "nacl.inp", "nacl.fou", "hmt.bin", "hmt.enl"})
     EXPECT_EQ(read_file((dir / name).string()), read_file(std::string(QUELMORA_SOURCE_DIR) + "/examples/" + name))
         << "examples/" << name << " is not what the generator writes";
   EXPECT_LT(fs::file_size(dir / "nacl.bin"), 1000000u);
