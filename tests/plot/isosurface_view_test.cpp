@@ -103,3 +103,30 @@ TEST_F(PlotWindow, BondsAreDrawnInDepthOrder) {
   run_plot();
   qp::kbonds = false;
 }
+
+// A box of radius R about a point cuts the mesh to the cubes within R of it
+// along each axis (and the one cube the walk takes beyond), centred on the
+// point; Reset gives the whole cell back.
+TEST_F(PlotWindow, IsosurfaceBoxAndReset) {
+  load_nacl();
+  const auto widest = [] {
+    float w = 0.0f;
+    for (int k = 1; k <= qp::npoints; ++k)
+      for (int c = 1; c <= 3; ++c) w = std::max(w, std::fabs(qp::xyz(c, k)));
+    return w;
+  };
+  const float cube = qp::celda.cell[0] / static_cast<float>(qp::ngrid[0]);
+  headless::queue_menu(cmd::isosurface);
+  headless::queue_menu(cmd::limits);
+  for (int f = 1261; f <= 1263; ++f) headless::type_text(121, f, "0.5");
+  headless::type_text(121, 1260, "1.2");
+  headless::press(121, 1);
+  headless::queue_look([&] {
+    EXPECT_EQ(qp::klimits, 1);
+    EXPECT_GT(qp::npoints, 0);
+    EXPECT_LE(widest(), 1.2f + 2.0f * cube);
+  });
+  headless::queue_menu(cmd::reset);
+  headless::queue_look([&] { EXPECT_TRUE(qp::klimits == 0 && widest() > 2.5f); });
+  run_plot();
+}
