@@ -14,6 +14,8 @@ row: both medians over the rounds, their ratio and the goal for the ratio.
                   canvas, against contourpy's lines of the same levels
   filled X11      the plot window's filled redraw of a 256 section into an X
                   pixmap, wall time, against a frame at 30 per second
+  isosurface X11  the isosurface view's redraw of a full mesh (500,000
+                  records) into an X pixmap, wall time, against a frame at 30/s
   filled record   filled contours on 257 x 257 into the recording canvas
                   against the same picture into an X pixmap, processor time
   spacegroups     set_spacegroup over the 612 symbols of the table against
@@ -181,6 +183,9 @@ def main():
              lambda: median_call(lambda: contourpy_lines(x257, z257)), 1.0),
             ("filled redraw of a 256 section, X11", "a frame at 30/s",
              lambda: bench(build, "plot_redraw_bench", "BM_draw_plot_pg_x11_pixmap/256/2", "real_time")[0],
+             lambda: 1 / 30, 16 / 33),
+            ("isosurface redraw, 500,000 records, X11", "a frame at 30/s",
+             lambda: bench(build, "isosurface_redraw_bench", "BM_draw_isosurface_x11_pixmap", "real_time")[0],
              lambda: 1 / 30, 16 / 33),
             ("filled contours, recording canvas", "the X11 path, CPU",
              lambda: bench(build, "contour_bench", "BM_contour_recording/257/1")[0],

@@ -171,7 +171,8 @@ void draw_mesh(std::size_t n) {
   for (std::size_t k = 0; k < n;) {
     const float* r = record(k);
     igrcolourn(icol(r[2], zmin, zmax));
-    const auto t = static_cast<std::int32_t>(std::lround(r[3]));
+    // The nearest integer of a type, which is never negative.
+    const auto t = static_cast<std::int32_t>(r[3] + 0.5f);
     const auto count = static_cast<std::size_t>(cube_edges_read(t));
     if (count == 0) {
       ++k;
