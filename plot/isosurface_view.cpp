@@ -245,7 +245,7 @@ void turn_isosurface() {
   const float dx = qp::mensaje.gx - qp::xm_mo, dy = qp::mensaje.gy - qp::ym_mo;
   qp::xm_mo = qp::mensaje.gx;
   qp::ym_mo = qp::mensaje.gy;
-  if (qp::boton_mouse != 1 && qp::boton_mouse != 3) return;
+  if ((qp::boton_mouse != 1 && qp::boton_mouse != 3) || !(qp::u_max > qp::u_min && qp::v_max > qp::v_min)) return;
   const float about_y = dx * degrees_per_window / (qp::u_max - qp::u_min);
   const float about_x = dy * degrees_per_window / (qp::v_max - qp::v_min);
   // The axes turned by this move are the rows of the turn oriented_view

@@ -1,6 +1,6 @@
 // The isosurface view as a user meets it: pressed on the example map, turned
-// with the mouse, given a new level, left for contours; and the molecule's
-// bonds drawn in depth order.
+// with the mouse, given a new level and a box, reset, left for contours; the
+// molecule's bonds drawn in depth order; the example molecule.
 #include <cmath>
 
 #include "plot/isosurface_view.h"
@@ -26,6 +26,14 @@ vec3d turned(const vec3d& v, const vec3d& k, double deg) {
 }
 
 vec3d first_record() { return {qp::xyz(1, 1), qp::xyz(2, 1), qp::xyz(3, 1)}; }
+
+// The largest coordinate of the mesh, in Angstrom from its centre.
+float widest() {
+  float w = 0.0f;
+  for (int k = 1; k <= qp::npoints; ++k)
+    for (int c = 1; c <= 3; ++c) w = std::max(w, std::fabs(qp::xyz(c, k)));
+  return w;
+}
 
 }  // namespace
 
@@ -62,6 +70,19 @@ TEST_F(PlotWindow, IsosurfaceIsShownTurnedReleveledAndLeft) {
       headless::press(120, 1);
     }
     headless::queue_look([&] { EXPECT_EQ(first_record(), start); });
+    // A box of radius R about a point cuts the mesh to the cubes within R
+    // of it (and the one cube the walk takes beyond); Reset gives the whole
+    // cell back.
+    headless::queue_menu(cmd::limits);
+    for (int f = 1261; f <= 1263; ++f) headless::type_text(121, f, "0.5");
+    headless::type_text(121, 1260, "1.2");
+    headless::press(121, 1);
+    headless::queue_look([] {
+      const float cube = qp::celda.cell[0] / static_cast<float>(qp::ngrid[0]);
+      EXPECT_TRUE(qp::klimits == 1 && qp::npoints > 0 && widest() <= 1.2f + 2.0f * cube);
+    });
+    headless::queue_menu(cmd::reset);
+    headless::queue_look([] { EXPECT_TRUE(qp::klimits == 0 && widest() > 2.5f); });
     headless::queue_menu(cmd::contours);
     headless::queue_look([] {
       EXPECT_EQ(menu_states(1, section_commands), ints(section_commands.size(), 1));
@@ -104,29 +125,26 @@ TEST_F(PlotWindow, BondsAreDrawnInDepthOrder) {
   qp::kbonds = false;
 }
 
-// A box of radius R about a point cuts the mesh to the cubes within R of it
-// along each axis (and the one cube the walk takes beyond), centred on the
-// point; Reset gives the whole cell back.
-TEST_F(PlotWindow, IsosurfaceBoxAndReset) {
-  load_nacl();
-  const auto widest = [] {
-    float w = 0.0f;
-    for (int k = 1; k <= qp::npoints; ++k)
-      for (int c = 1; c <= 3; ++c) w = std::max(w, std::fabs(qp::xyz(c, k)));
-    return w;
-  };
-  const float cube = qp::celda.cell[0] / static_cast<float>(qp::ngrid[0]);
+// The example molecule: its connection file draws hexamine's cage at the
+// body centre, twelve C-N bonds of 1.47 A.
+TEST_F(PlotWindow, ExampleMoleculeShowsItsBonds) {
+  load_example("hmt");
+  qp::codefil = std::string(QUELMORA_SOURCE_DIR) + "/examples/hmt";
   headless::queue_menu(cmd::isosurface);
-  headless::queue_menu(cmd::limits);
-  for (int f = 1261; f <= 1263; ++f) headless::type_text(121, f, "0.5");
-  headless::type_text(121, 1260, "1.2");
-  headless::press(121, 1);
-  headless::queue_look([&] {
-    EXPECT_EQ(qp::klimits, 1);
-    EXPECT_GT(qp::npoints, 0);
-    EXPECT_LE(widest(), 1.2f + 2.0f * cube);
+  headless::queue_look([] {
+    ASSERT_TRUE(qp::kbonds && qp::nbonds == 10);
+    int bonds = 0;
+    for (std::size_t a = 0; a < 10; ++a)
+      for (int l = 0; l < qp::bonds[a][1]; ++l) {
+        const auto b = static_cast<std::size_t>(qp::bonds[a][static_cast<std::size_t>(2 + l)] - 1);
+        const vec3f &p = qp::at_bonds_o[a], &q = qp::at_bonds_o[b];
+        if (b < a) continue;
+        ++bonds;
+        EXPECT_NEAR(std::hypot(p[0] - q[0], p[1] - q[1], p[2] - q[2]), 1.47f, 0.02f) << a << " " << b;
+      }
+    EXPECT_EQ(bonds, 12);
   });
-  headless::queue_menu(cmd::reset);
-  headless::queue_look([&] { EXPECT_TRUE(qp::klimits == 0 && widest() > 2.5f); });
   run_plot();
+  qp::kbonds = false;
+  qp::codefil.clear();
 }

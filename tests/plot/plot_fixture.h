@@ -89,8 +89,9 @@ class PlotWindow : public ::testing::Test {
   }
 
   // The example map, loaded as the shell loads it.
-  static void load_nacl() {
-    ASSERT_TRUE(open_filebin(std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.bin"));
+  static void load_nacl() { load_example("nacl"); }
+  static void load_example(const std::string& stem) {
+    ASSERT_TRUE(open_filebin(std::string(QUELMORA_SOURCE_DIR) + "/examples/" + stem + ".bin"));
     read_filebin_head();
     memory_maps();
     read_filebin_rho();
