@@ -6,10 +6,17 @@
 //   quelmora-info [--json] file.bin
 //   quelmora-info [--json] --group TEXT
 //   quelmora-info [--json] file.bin --isosurface SIGMA [--obj OUT.obj]
+//   quelmora-info [--json] --structure FILE [--format vtl|cif|shx|kdc]
 //
 // With --group the space group named by TEXT (a number, a Hermann-Mauguin or
 // a Hall symbol) is built by set_spacegroup and its record printed: on a text
 // that names no group the library's message goes to stderr, exit status 1.
+//
+// With --structure a structure file is read by the program's readers (the
+// format from the extension when --format is not given: .cif, .ins and .res,
+// .pcr and .kdc, anything else VTL) and its cell, group and atoms printed,
+// with each atom's multiplicity and occupation; a file the reader refuses
+// prints the reader's message and exits 1.
 //
 // With --isosurface the mesh of the whole cell is built at densigma x SIGMA +
 // denave, as the isosurface view builds it, and the level and the number of
@@ -28,6 +35,7 @@
 #include <vector>
 
 #include "crystal/vant_crystallographic_symmetry.h"
+#include "crystal/vant_io_formats.h"
 #include "crystal/vant_maps_calculations.h"
 #include "crystal/vant_maps_mesh.h"
 #include "maps/binary_map.h"
@@ -161,13 +169,15 @@ std::string numbers(const Array& values) {
   return out + "]";
 }
 
-std::string atoms_json(const atom_list_type& list) {
+// The atoms as JSON; with_mult adds each site's multiplicity.
+std::string atoms_json(const atom_list_type& list, bool with_mult = false) {
   std::string out = "[";
   for (std::size_t i = 0; i < entries(list); ++i) {
     const atom_type& a = list.atom[i];
     out += std::string(i ? ", " : "") + "{\"label\": " + quoted(a.lab) + ", \"symbol\": " + quoted(a.chem_symb) +
            ", \"x\": " + number(a.x[0]) + ", \"y\": " + number(a.x[1]) + ", \"z\": " + number(a.x[2]) +
-           ", \"occ\": " + number(a.occ) + ", \"biso\": " + number(a.biso) + "}";
+           ", \"occ\": " + number(a.occ) + ", \"biso\": " + number(a.biso) +
+           (with_mult ? ", \"mult\": " + std::to_string(a.mult) : std::string{}) + "}";
   }
   return out + "]";
 }
@@ -233,7 +243,7 @@ void print_group_text(const space_group_type& g) {
   }
 }
 
-void print_group_json(const space_group_type& g) {
+std::string group_json(const space_group_type& g) {
   std::string ops = "[";
   for (std::size_t i = 0; i < g.sym_op_symb.size(); ++i) ops += (i ? ", " : "") + quoted(g.sym_op_symb[i]);
   std::string centring = "[";
@@ -244,12 +254,15 @@ void print_group_json(const space_group_type& g) {
     wyckoff += std::string(i ? ", " : "") + "{\"multiplicity\": " + std::to_string(p.multiplicity) +
                ", \"origin\": " + quoted(p.origin) + "}";
   }
-  std::printf("{\"number\": %d, \"symbol\": %s, \"hall\": %s, \"crystal_system\": %s, \"laue\": %s, "
+  char head[1024];
+  std::snprintf(head, sizeof head,
+              "{\"number\": %d, \"symbol\": %s, \"hall\": %s, \"crystal_system\": %s, \"laue\": %s, "
               "\"point_group\": %s, \"lattice\": %s, \"centring\": %s], \"centre\": %s, \"centre_coord\": %s, "
-              "\"multiplicity\": %d, \"operators\": %s], \"wyckoff\": %s]}\n",
+              "\"multiplicity\": %d, \"operators\": ",
               g.numspg, quoted(g.spg_symb).c_str(), quoted(g.hall).c_str(), quoted(g.crystalsys).c_str(),
               quoted(g.laue).c_str(), quoted(g.pg).c_str(), quoted(g.spg_latsy).c_str(), centring.c_str(),
-              quoted(g.centre).c_str(), numbers(g.centre_coord).c_str(), g.multip, ops.c_str(), wyckoff.c_str());
+              quoted(g.centre).c_str(), numbers(g.centre_coord).c_str(), g.multip);
+  return head + ops + "], \"wyckoff\": " + wyckoff + "]}";
 }
 
 // Builds the group named by text and prints its record; 1 when it fails.
@@ -260,8 +273,49 @@ int print_group(const std::string& text, bool json) {
     std::fprintf(stderr, "%s\n", err_symm_mess.c_str());
     return 1;
   }
-  if (json) print_group_json(g);
+  if (json) std::printf("%s\n", group_json(g).c_str());
   else print_group_text(g);
+  return 0;
+}
+
+// ---- --structure ----
+
+// The reader's mode from the extension of a structure file.
+std::string format_of(const std::string& name) {
+  const auto dot = name.rfind('.');
+  std::string ext = dot == std::string::npos ? std::string{} : name.substr(dot + 1);
+  for (char& c : ext) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  if (ext == "cif") return "cif";
+  if (ext == "ins" || ext == "res") return "shx";
+  if (ext == "pcr" || ext == "kdc") return "kdc";
+  return "vtl";
+}
+
+// Reads a structure file and prints cell, group and atoms; 1 when the reader
+// or the group builder refuses it.
+int print_structure(const std::string& name, std::string format, bool json) {
+  if (format.empty()) format = format_of(name);
+  cell_metrics_type cell;
+  space_group_type g;
+  atom_list_type atoms;
+  readn_set_xtal_structure_split(name, cell, g, atoms, format);
+  const bool failed = err_form || err_symm;
+  if (failed) std::fprintf(stderr, "%s\n", err_form ? err_form_mess.c_str() : err_symm_mess.c_str());
+  if (failed) return 1;
+  const std::vector<float> c{cell.cell[0], cell.cell[1], cell.cell[2], cell.ang[0], cell.ang[1], cell.ang[2]};
+  if (json) {
+    std::printf("{\"cell\": %s, \"spacegroup\": %s, \"atoms\": %s}\n", numbers(c).c_str(), group_json(g).c_str(),
+                atoms_json(atoms, true).c_str());
+    return 0;
+  }
+  std::printf("Cell:         %g %g %g  %g %g %g\n", c[0], c[1], c[2], c[3], c[4], c[5]);
+  print_group_text(g);
+  std::printf("Atoms:        %zu\n", entries(atoms));
+  for (std::size_t i = 0; i < entries(atoms); ++i) {
+    const atom_type& a = atoms.atom[i];
+    std::printf("  %-8s %-2s %9.5f %9.5f %9.5f  occ %.5f  biso %.4f  mult %d\n", a.lab.c_str(), a.chem_symb.c_str(),
+                a.x[0], a.x[1], a.x[2], a.occ, a.biso, a.mult);
+  }
   return 0;
 }
 
@@ -311,16 +365,22 @@ int main(int argc, char** argv) {
   std::string name, obj;
   const char* group = nullptr;
   const char* isosurface = nullptr;
+  const char* structure = nullptr;
+  std::string format;
   for (int i = 1; i < argc; ++i) {
     const bool has_value = i + 1 < argc;
     if (std::strcmp(argv[i], "--json") == 0) json = true;
     else if (std::strcmp(argv[i], "--group") == 0 && has_value) group = argv[++i];
     else if (std::strcmp(argv[i], "--isosurface") == 0 && has_value) isosurface = argv[++i];
     else if (std::strcmp(argv[i], "--obj") == 0 && has_value) obj = argv[++i];
+    else if (std::strcmp(argv[i], "--structure") == 0 && has_value) structure = argv[++i];
+    else if (std::strcmp(argv[i], "--format") == 0 && has_value) format = argv[++i];
     else if (argv[i][0] == '-') usage = true;
     else name = argv[i];
   }
   if (group && !usage) return print_group(group, json);
+  if (!format.empty() && format != "vtl" && format != "cif" && format != "shx" && format != "kdc") usage = true;
+  if (structure && !usage) return print_structure(structure, format, json);
   float sigma = 0.0f;
   if (isosurface && !parse_number(isosurface, sigma)) {
     std::fprintf(stderr, "--isosurface wants a number of sigmas, not \"%s\"\n", isosurface);
@@ -328,7 +388,8 @@ int main(int argc, char** argv) {
   }
   if (name.empty() || usage || (!obj.empty() && !isosurface)) {
     std::fprintf(stderr, "usage: quelmora-info [--json] file.bin | [--json] --group TEXT\n"
-                         "       quelmora-info [--json] file.bin --isosurface SIGMA [--obj OUT.obj]\n");
+                         "       quelmora-info [--json] file.bin --isosurface SIGMA [--obj OUT.obj]\n"
+                         "       quelmora-info [--json] --structure FILE [--format vtl|cif|shx|kdc]\n");
     return 2;
   }
   set_toolkit_backend(&face);
