@@ -11,6 +11,7 @@
 #include "app/stand_ins.h"
 #include "crystal/fixed_text.h"
 #include "maps/binary_map.h"
+#include "maps/text_map.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/dialogs/file_selector.h"
 #include "toolkit/dialogs/message_box.h"

@@ -9,7 +9,6 @@ void note(const std::string& call) { calls.push_back(call); }
 }  // namespace
 
 void asc2bin() { note("asc2bin"); }
-void map2bin() { note("map2bin"); }
 
 const std::vector<std::string>& stand_in_calls() { return calls; }
 void clear_stand_in_calls() { calls.clear(); }

@@ -4,7 +4,7 @@
 // of the shell's calls can be checked before the real routines arrive.
 //
 //   routine               waits for
-//   asc2bin, map2bin      the text map import
+//   asc2bin               the text map import
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,6 @@
 #include <vector>
 
 void asc2bin();
-void map2bin();
 
 // The stand-ins called since the last clear, oldest first: the routine's
 // name, followed by " " and its argument where it has one.

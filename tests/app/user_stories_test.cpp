@@ -149,6 +149,25 @@ TEST_F(Shell, OpenOfAMissingFileLosesThePreviousFile) {
   EXPECT_EQ(wmenugetstate(40022, 1), 1);
 }
 
+// File, Open of a text map converts it to the .bin beside it and plots it;
+// a text map without its grid line shows the message and makes no .bin.
+TEST_F(Shell, FileOpenOfTextMaps) {
+  std::ofstream(dir_ / "cu.map") << "MAP\nCopper\nCell 3.6 3.6 3.6 90 90 90\nSpgr F m -3 m\natom Cu Cu 0 0 0\n"
+                                    "GRID 2 2 2 0 0 0 0 0 0\nDENSITY_MAP\n1 2 3 4\n5 6 7 8\n";
+  std::ofstream(dir_ / "bad.map") << "MAP\nNo grid\nCell 3.6 3.6 3.6 90 90 90\nSpgr F m -3 m\n";
+  headless::queue_menu(40026);
+  headless::answer_file((dir_ / "cu.map").string());
+  headless::queue_menu(40033);
+  headless::queue_menu(40026);
+  headless::answer_file((dir_ / "bad.map").string());
+  start({});
+  EXPECT_EQ(headless::box_texts(), calls{"Opening the Ascii File in MAP format (Grid Dimensions)"});
+  EXPECT_EQ(plot_pictures(), 1u);
+  EXPECT_EQ(qp::titulo, "No grid");
+  EXPECT_TRUE(std::filesystem::exists(dir_ / "cu.bin"));
+  EXPECT_FALSE(std::filesystem::exists(dir_ / "bad.bin"));
+}
+
 TEST_F(Shell, NewWithTheDialogCancelledSavesNothing) {
   headless::queue_menu(40025);
   start({});
