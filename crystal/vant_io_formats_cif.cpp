@@ -111,8 +111,8 @@ bool has_origin_choices(const std::string& symbol) {
 
 // The end of a symbol in the form the table uses: "R -3 H" gives "R -3:H",
 // "F d -3 m S" "F d -3 m:1", "P n n n 2" "P n n n:2"; a suffix behind ":"
-// stays, blanks before it dropped. A final digit, S or Z counts as an origin
-// only where the group has two, so that "P -3 m 1" and "P m m 2" keep theirs.
+// stays, blanks before it dropped. A final digit counts as an origin only
+// where the group has two, so that "P -3 m 1" and "P m m 2" keep theirs.
 std::string normalised_hm(std::string symbol) {
   if (const auto colon = symbol.find(':'); colon != std::string::npos)
     return std::string(fixed_text::trimmed(symbol.substr(0, colon))) + ":" +
@@ -124,9 +124,8 @@ std::string normalised_hm(std::string symbol) {
   if (c == 'H' || c == 'R') return stem + ":" + c;
   if (std::string_view("SZ12").find(c) == std::string_view::npos) return symbol;
   const char origin = (c == 'S' || c == '1') ? '1' : '2';
-  if (has_origin_choices(stem)) return stem + ":" + origin;
-  // "P 42/m m c S": a group with one origin needs no mark.
-  return std::isdigit(static_cast<unsigned char>(c)) ? symbol : stem;
+  if (std::isdigit(static_cast<unsigned char>(c)) && !has_origin_choices(stem)) return symbol;
+  return stem + ":" + origin;
 }
 
 std::vector<interval_type> data_blocks(const file_lines& lines, std::int32_t first, std::int32_t last) {
