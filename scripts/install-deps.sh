@@ -13,4 +13,5 @@ $SUDO apt-get install -y -qq --no-install-recommends \
   libfftw3-dev \
   xvfb xauth xdotool imagemagick x11-utils \
   ghostscript libwmf-bin cups-client \
-  python3
+  python3 \
+  libavogadro-data

@@ -13,24 +13,10 @@
 
 #include "crystal/vant_crystallographic_symmetry.h"
 #include "crystal/vant_symmetry_tables.h"
+#include "tests/crystal/group_operators.h"
 #include "tests/data_files.h"
 
 namespace {
-
-// The operators of a record as texts: nine rotation elements, then the
-// translation in 24ths modulo 1, sorted (the form the reference hashes use).
-std::set<std::string> operator_set(const space_group_type& g) {
-  std::set<std::string> s;
-  for (const auto& op : g.sym_op) {
-    std::string t;
-    for (const auto& row : op.rot)
-      for (int v : row) t += std::to_string(v) + ",";
-    for (int i = 0; i < 3; ++i)
-      t += std::to_string(((std::lround(op.tr[i] * 24.0f) % 24) + 24) % 24) + (i < 2 ? "," : "");
-    s.insert(t);
-  }
-  return s;
-}
 
 // FNV-1a of the sorted texts joined by ";".
 std::uint64_t fingerprint(const std::set<std::string>& ops) {
