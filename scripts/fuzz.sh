@@ -2,7 +2,7 @@
 # Fuzzes the readers of the program, one target after the other on one core:
 #   scripts/fuzz.sh [SECONDS] [TARGETS...]
 # SECONDS per target (default 600); TARGETS among binary_map control_file
-# settings connection_file space_group (default all). Builds build-fuzz with
+# settings connection_file space_group structure_file (default all). Builds build-fuzz with
 # clang when needed. The corpus grows in build-fuzz/corpus/<target>/ from the
 # seeds of fuzz/corpus/<target>/ and the program's example and test files;
 # crashes, hangs and memory blow-ups are kept in fuzz/findings/<target>/.
@@ -12,7 +12,7 @@ build=$root/build-fuzz
 seconds=${1:-600}
 [ $# -gt 0 ] && shift
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(binary_map control_file settings connection_file space_group)
+[ ${#targets[@]} -gt 0 ] || targets=(binary_map control_file settings connection_file space_group structure_file)
 
 if [ ! -f "$build/CMakeCache.txt" ]; then
   CC=clang-14 CXX=clang++-14 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
@@ -34,6 +34,17 @@ small_map() {
   } >"$1/small.bin"
 }
 
+# Each case of the readers' test file as a seed, behind a first byte that
+# names its reader as the target reads it: d, e, f, g (100 to 103) are VTL,
+# CIF, SHELX and KDC modulo 4.
+structure_seeds() {
+  awk -v dir="$1" '
+    /^=== / { split($0, f, "|"); gsub(/ /, "", f[2]); n++
+              file = dir "/case" n; printf "%c", 100 + (index("vtl cif shx kdc", f[2]) - 1) / 4 > file; next }
+    /^#/ { next }
+    n { print > file }' "$root/tests/data/crystal/structure_files.txt"
+}
+
 seed() {
   local target=$1 corpus=$2
   if [ -d "$root/fuzz/corpus/$target" ]; then cp "$root/fuzz/corpus/$target"/* "$corpus"/; fi
@@ -41,6 +52,7 @@ seed() {
     binary_map) small_map "$corpus" ;;
     control_file) cp "$root/examples/nacl.inp" "$root"/tests/data/app/*.inp "$corpus"/ ;;
     settings) cp "$root"/tests/data/app/*.set "$corpus"/ ;;
+    structure_file) structure_seeds "$corpus" ;;
   esac
 }
 

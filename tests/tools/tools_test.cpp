@@ -32,6 +32,7 @@ namespace {
 
 const std::string tools_dir = std::string(QUELMORA_BINARY_DIR) + "/tools/";
 const std::string example = std::string(QUELMORA_SOURCE_DIR) + "/examples/nacl.bin";
+const std::string nacl_structure = std::string(QUELMORA_SOURCE_DIR) + "/tests/data/tools/nacl.txt";
 
 std::string read_file(const std::string& name) {
   std::ifstream in(name, std::ios::binary);
@@ -211,6 +212,10 @@ TEST(QuelmoraInfo, Listings) {
                                    "\"operators\": [\"x,y,z\", \"-x,y+1/2,-z+1/2\", \"-x,-y,-z\", \"x,-y+1/2,z+1/2\"]",
                                    "{\"multiplicity\": 2, \"origin\": \"1/2,0,1/2\"}"}},
       {"--group 230", {"I a -3 d", "Multiplicity: 96", "Wyckoff positions: 7"}},
+      {"--json --format vtl --structure " + nacl_structure,
+       {"{\"cell\": [5.63999987, 5.63999987, 5.63999987, 90, 90, 90], \"spacegroup\": {\"number\": 225",
+        "\"multiplicity\": 192", "{\"label\": \"Cl1\", \"symbol\": \"Cl\", \"x\": 0.5, \"y\": 0.5, \"z\": 0.5, "
+        "\"occ\": 0.020833334, \"biso\": 0, \"mult\": 4}]}"}},
   };
   for (const row& r : rows) {
     const auto [status, out] = run("quelmora-info " + r.arguments);
@@ -237,6 +242,8 @@ TEST(QuelmoraInfo, Refusals) {
     EXPECT_EQ(run("quelmora-info " + r.arguments), std::make_pair(1, r.message)) << r.cut;
   }
   fs::remove(cut);
+  EXPECT_EQ(run("quelmora-info --structure /no/such.vtl"),
+            std::make_pair(1, std::string("The file /no/such.vtl contains nothing\n")));
   const auto [status, out] = run("quelmora-info --group 'Q 7'");
   EXPECT_EQ(status, 1);
   EXPECT_NE(out.find("IBRAVL is Equal Zero"), std::string::npos) << out;
