@@ -79,6 +79,8 @@ void set_form_error(const std::string& message) {
   err_form_mess = message.substr(0, 150);
 }
 
+std::int32_t whole_number(float v) { return std::fabs(v) <= 1.0e6f ? static_cast<std::int32_t>(v) : 0; }
+
 interval_type chosen_phase(const std::vector<interval_type>& phases, std::optional<std::int32_t> iphase) {
   const bool given = iphase && *iphase >= 1 && static_cast<std::size_t>(*iphase) <= phases.size();
   return phases[given ? static_cast<std::size_t>(*iphase - 1) : 0];

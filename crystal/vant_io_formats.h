@@ -114,5 +114,8 @@ void complete_atoms(const cell_metrics_type& cell, const space_group_type& spg, 
 // The phase iphase (counted from 1) of a file's phases, the first when
 // iphase is absent or out of range.
 interval_type chosen_phase(const std::vector<interval_type>& phases, std::optional<std::int32_t> iphase);
+// A number of a file as a count or a code: its whole part, or 0 when it is
+// no number or beyond a million either way.
+std::int32_t whole_number(float v);
 // Sets the error pair of the readers.
 void set_form_error(const std::string& message);

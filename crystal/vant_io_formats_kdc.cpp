@@ -56,7 +56,7 @@ std::int32_t declared_phases(const file_lines& lines, std::int32_t first, std::i
   std::array<float, 40> v{};
   if (column >= static_cast<std::size_t>(n) || static_cast<std::size_t>(numbers_at(lines, data_line_after(lines, at, last), v)) <= column)
     return -1;
-  return static_cast<std::int32_t>(v[column]);
+  return whole_number(v[column]);
 }
 
 void read_kdc_atoms(const file_lines& lines, const interval_type& range, std::int32_t nat, atom_list_type& a) {
@@ -115,7 +115,7 @@ void readn_set_xtal_kdc(const file_lines& lines, std::int32_t first, std::int32_
   std::array<float, 20> v{};
   const std::int32_t nat_line = comment_with(lines, range.mina, range.maxb, {"!nat"});
   const std::int32_t nat = numbers_at(lines, data_line_after(lines, nat_line, range.maxb), v) > 0 && nat_line > 0
-                               ? static_cast<std::int32_t>(v[0])
+                               ? whole_number(v[0])
                                : 0;
 
   std::string symbol;

@@ -49,7 +49,8 @@ std::int32_t keyword_numbers(const file_lines& lines, std::int32_t first, std::i
 // variable m (or p times (fv - 1) when negative).
 bool decoded(float code, const std::vector<float>& fvar, float& value) {
   const float a = std::fabs(code);
-  const auto m = static_cast<std::size_t>(std::floor((a + 5.0f) / 10.0f));
+  const auto m = static_cast<std::size_t>(whole_number(std::floor((a + 5.0f) / 10.0f)));
+  if (m == 0 && a >= 5.0f) return false;  // too large to be a code
   const float p = a - 10.0f * static_cast<float>(m);
   if (m == 0) value = code;
   else if (m == 1) value = std::copysign(p, code);
@@ -191,7 +192,7 @@ void readn_set_xtal_shx(const file_lines& lines, std::int32_t first, std::int32_
 
   std::array<float, 2> latt{1.0f};
   keyword_numbers(lines, first, last, "LATT", latt);
-  const auto n_latt = static_cast<std::int32_t>(latt[0]);
+  const std::int32_t n_latt = whole_number(latt[0]);
   if (n_latt == 0 || std::abs(n_latt) > 7) return set_form_error(" Wrong LATT instruction in the SHELX file");
   std::vector<std::string> ops;
   for (std::int32_t i = first; i <= last && ops.size() < max_operators; ++i) {
