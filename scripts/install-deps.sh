@@ -10,7 +10,7 @@ $SUDO apt-get install -y -qq --no-install-recommends \
   libgtest-dev libgmock-dev libbenchmark-dev \
   libx11-dev libxt-dev libmotif-dev libxft-dev libxinerama-dev libxmu-dev libxext-dev \
   libfontconfig-dev fonts-dejavu-core \
-  libfftw3-dev \
+  libfftw3-dev libccp4-dev \
   xvfb xauth xdotool imagemagick x11-utils \
   ghostscript libwmf-bin cups-client \
   python3 \
