@@ -11,6 +11,7 @@
 #include "app/stand_ins.h"
 #include "crystal/fixed_text.h"
 #include "maps/binary_map.h"
+#include "maps/ccp4_map.h"
 #include "maps/text_map.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/dialogs/file_selector.h"
@@ -87,6 +88,13 @@ void file_validation() {
     return;
   }
   qp::filedir = current_directory();
+  // A CCP4/MRC map is known by its content, whatever its name.
+  if (is_ccp4_map(path)) {
+    qp::input_file = 4;
+    qp::filbin = qp::filinp;
+    qp::filinp.clear();
+    return;
+  }
   // The three characters behind the first dot, as a blank padded char(3).
   std::string ext = fixed_text::padded(qp::filinp.substr(qp::filinp.find('.') + 1), 3);
   std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
@@ -127,14 +135,18 @@ void prep_plotting() {
     }
     close_unit(unit_control_file);
   }
-  if (!open_filebin(qp::filbin)) {
+  if (qp::input_file == 4) {
+    init_var_graf();
+    read_ccp4_map(qp::filbin);
+  } else if (!open_filebin(qp::filbin)) {
     error_message("Error opening the binary file");
     qp::kerror = true;
     return;
+  } else {
+    init_var_graf();
+    read_filebin(true);
+    close_filebin();
   }
-  init_var_graf();
-  read_filebin(true);
-  close_filebin();
   if (qp::kerror) return;
   wmenusetstate(40005, 1, qp::input_file == 0 ? 0 : 1);
   enable({40022, 40021, 40011, 40027, 40028}, 1);
@@ -156,7 +168,7 @@ void menu_f_new() {
 
 void menu_f_open() {
   std::string name = std::string(fixed_text::trimmed(qp::filedir)) + qp::var_sep;
-  wselectfile2("Fourier Input File|*.inp;*.bin;*.asc;*.map|", 10, name, "Load Input File");
+  wselectfile2("Fourier Input File|*.inp;*.bin;*.asc;*.map|CCP4/MRC Map File|*.ccp4;*.mrc;*.map|", 10, name, "Load Input File");
   if (winfodialog(4) != 1) {
     qp::filedir.clear();
     qp::kcancel = true;
@@ -178,6 +190,7 @@ void menu_f_open() {
           {open_filebin, &qp::filbin, "Error opening the binary file"},
           {[](const std::string& n) { return open_unit(unit_text_map, n); }, &qp::filasc, "Error opening the ASC file"},
           {[](const std::string& n) { return open_unit(unit_text_map, n); }, &qp::filasc, "Error opening the MAP file"},
+          {is_ccp4_map, &qp::filbin, "Error opening the CCP4/MRC map file"},
       };
       const auto& how = opens[qp::input_file];
       if (!how.open(*how.name)) {
@@ -201,6 +214,11 @@ void menu_f_open() {
     case 1:
       read_filebin(true);
       close_filebin();
+      if (qp::kerror) return;
+      shown = qp::filbin;
+      break;
+    case 4:
+      read_ccp4_map(qp::filbin);
       if (qp::kerror) return;
       shown = qp::filbin;
       break;

@@ -43,7 +43,8 @@ inline bool kcalc = true;    // initialised and never read
 inline bool kfirst = true;   // initialised and never read
 inline bool katom = false;
 inline bool kpeaks = false;
-// Kind of the current file: 0 control file (or none), 1 .bin, 2 .asc, 3 .map.
+// Kind of the current file: 0 control file (or none), 1 .bin, 2 .asc, 3 .map,
+// 4 a CCP4/MRC map (known by its content; its name is kept in filbin).
 inline std::int32_t input_file = 0;
 
 // Message buffers shared by every modal loop.

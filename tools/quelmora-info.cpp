@@ -1,9 +1,11 @@
 // Prints what a binary map file holds: title, version bytes, cell, space
 // group, atoms, run parameters, grid, density range and statistics, peaks.
+// A CCP4/MRC map (known by its content) is read as the program reads it.
 // The file is read by the program's own load chain, so the density range is
 // the one the program holds after loading (denmin, denmax from the map).
 //
 //   quelmora-info [--json] file.bin
+//   quelmora-info [--json] map.ccp4
 //   quelmora-info [--json] --group TEXT
 //   quelmora-info [--json] file.bin --isosurface SIGMA [--obj OUT.obj]
 //   quelmora-info [--json] --structure FILE [--format vtl|cif|shx|kdc]
@@ -39,6 +41,7 @@
 #include "crystal/vant_maps_calculations.h"
 #include "crystal/vant_maps_mesh.h"
 #include "maps/binary_map.h"
+#include "maps/ccp4_map.h"
 #include "maps/map_memory.h"
 #include "maps/mesh_obj.h"
 #include "state/quelmora_parametros.h"
@@ -69,6 +72,10 @@ struct map_summary {
 // The load chain of the shell for a .bin; false after a failure (already
 // reported).
 bool load(const std::string& name, map_summary& m) {
+  if (is_ccp4_map(name)) {
+    read_ccp4_map(name);
+    return !qp::kerror;
+  }
   if (!open_filebin(name)) {
     std::fprintf(stderr, "Error opening the binary file\n");
     return false;
