@@ -77,6 +77,8 @@ std::string sizes_problem(const std::string& path) {
   const std::int32_t mode = header_word(h, 4), symbols = header_word(h, 24);
   if (mode_width(mode) == 0) return "data mode " + std::to_string(mode) + " is not read (modes 0, 1 and 2 are)";
   if (symbols < 0) return "a negative length of the symmetry records";
+  if (const std::int32_t labels = header_word(h, 56); labels < 0 || labels > 10)
+    return std::to_string(labels) + " labels, where a header has room for 10";
   std::uint64_t bytes = static_cast<std::uint64_t>(mode_width(mode));
   for (std::size_t w = 1; w <= 3; ++w) {
     const std::int32_t n = header_word(h, w);
