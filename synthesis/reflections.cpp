@@ -10,8 +10,6 @@
 
 namespace {
 
-// Beyond any diffraction data: it bounds the grid a file can ask for.
-constexpr double max_index = 4096.0;
 constexpr const char* slot_names[column_slots] = {"h", "k", "l", "fo", "fc", "si", "ph", "a", "b"};
 // Columns when the control file has no Form line: "h k l fo fc phase".
 constexpr std::array<std::int32_t, 9> default_columns = {1, 2, 3, 4, 5, 0, 6, 0, 0};
@@ -79,7 +77,7 @@ bool take(reflection_type& r, column_slot slot, std::string_view word, const std
     return false;
   }
   if (slot <= col_l) {
-    if (v != std::round(v) || std::fabs(v) > max_index) {
+    if (v != std::round(v) || std::fabs(v) > max_reflection_index) {
       fail(line_place(path, line) + "the index " + slot_names[slot] + " is '" + std::string(word) +
            "', not a whole number up to 4096");
       return false;

@@ -22,6 +22,10 @@
 inline bool err_synthesis = false;
 inline std::string err_synthesis_mess;
 
+// The largest |h|, |k|, |l| a file may hold: beyond any diffraction data, it
+// bounds the grid a file can ask for.
+inline constexpr double max_reflection_index = 4096.0;
+
 // The slots of lugar: which column of the file holds what.
 enum column_slot : std::size_t { col_h, col_k, col_l, col_fo, col_fc, col_si, col_ph, col_a, col_b, column_slots };
 

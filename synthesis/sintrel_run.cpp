@@ -12,6 +12,7 @@
 #include "crystal/fixed_text.h"
 #include "synthesis/listing.h"
 #include "synthesis/map_file.h"
+#include "synthesis/mtz_reflections.h"
 #include "toolkit/core/whole_file.h"
 
 namespace qp = quelmora_parametros;
@@ -45,6 +46,7 @@ std::string side_file(const std::string& control_file, const std::string& name) 
 
 struct run_type {
   std::string control_file, stem;
+  std::string columns;  // the MTZ file's amplitude and phase columns, "F,PHI", or empty
   std::ostringstream listing;
   cell_metrics_type cell;
   space_group_type group;
@@ -90,12 +92,25 @@ bool set_crystal(run_type& run) {
   return true;
 }
 
+// Map coefficients of an MTZ file, whose crystal must be the control file's.
+bool read_mtz(run_type& run, const std::string& path) {
+  mtz_crystal_type crystal;
+  read_mtz_reflections(path, run.columns, qp::ntype, run.reflections, crystal);
+  if (err_synthesis) return fail(run, err_synthesis_mess);
+  const std::string mismatch = mtz_crystal_mismatch(path, crystal, run.cell, run.group);
+  return mismatch.empty() || fail(run, mismatch);
+}
+
 bool read_data(run_type& run) {
   const std::string name = fixed_text::is_blank(qp::filfou) ? fs::path(run.stem + ".fou").filename().string()
                                                             : std::string(fixed_text::trimmed(qp::filfou));
   const std::string path = side_file(run.control_file, name);
-  read_reflections(path, qp::lugar, qp::ntype, run.reflections);
-  if (err_synthesis) return fail(run, err_synthesis_mess);
+  if (is_mtz(path)) {
+    if (!read_mtz(run, path)) return false;
+  } else {
+    read_reflections(path, qp::lugar, qp::ntype, run.reflections);
+    if (err_synthesis) return fail(run, err_synthesis_mess);
+  }
   if (run.reflections.list.empty()) return fail(run, "The reflection file " + path + " holds no reflection");
   qp::filfou = name;
   run.request = {qp::ntype, qp::f000, qp::f000s, qp::smin, qp::smax, qp::sigm, qp::ngrid};
@@ -170,9 +185,10 @@ bool write_results(run_type& run) {
 
 }  // namespace
 
-int run_sintrel(const std::string& control_file) {
+int run_sintrel(const std::string& control_file, const std::string& columns) {
   run_type run;
   run.control_file = control_file;
+  run.columns = columns;
   run.stem = stem_of(control_file);
   run.listing << " sintrel: Fourier synthesis of " << control_file << '\n';
   bool done = read_control(run) && set_crystal(run) && read_data(run);

@@ -8,5 +8,7 @@
 
 #include <string>
 
+// The reflection file may be an MTZ file of map coefficients; columns names
+// its amplitude and phase columns ("F,PHI"), or is empty for the usual pairs.
 // The exit status: 0 done, 1 failed.
-int run_sintrel(const std::string& control_file);
+int run_sintrel(const std::string& control_file, const std::string& columns = {});

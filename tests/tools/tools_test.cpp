@@ -23,6 +23,7 @@
 #include "maps/binary_map.h"
 #include "maps/map_memory.h"
 #include "state/quelmora_parametros.h"
+#include "tests/data_files.h"
 #include "toolkit/headless/headless.h"
 
 namespace qp = quelmora_parametros;
@@ -145,6 +146,53 @@ TEST(Sintrel, GivesBackTheExampleMap) {
       EXPECT_NEAR(peak.var[0], p == 0 ? cl : na, 0.01f * cl) << reflections << ": " << peak.lab;
     }
     EXPECT_EQ(read_file((dir / "nacl.pks").string()).substr(0, 2), "! ") << reflections;
+  }
+  fs::remove_all(dir);
+}
+
+// Map coefficients of an MTZ file written by gemmi (tests/data/synthesis,
+// made by scripts/mtz_reference.py) give the map of the same coefficients as
+// text, or of the pair named (FC at half the amplitude: half the map about its
+// mean); a file whose crystal is not the control file's, or cut short, is refused.
+TEST(Sintrel, MapCoefficientsFromAnMtzFile) {
+  const fs::path dir = fs::temp_directory_path() / ("quelmora_mtz_" + std::to_string(getpid()));
+  fs::remove_all(dir);
+  fs::create_directories(dir);
+  for (const char* name : {"p21.inp", "p21.mtz", "p21.fou"})
+    fs::copy_file(data_path(std::string("synthesis/") + name), dir / name);
+  fs::copy_file(dir / "p21.mtz", dir / "cut.mtz");
+  fs::resize_file(dir / "cut.mtz", 4000);
+  const std::string control = read_file((dir / "p21.inp").string());
+  const auto changed = [&](const std::string& from, const std::string& to) {
+    std::string text = control;
+    return text.replace(text.find(from), from.size(), to);
+  };
+  const struct {
+    const char* what;
+    std::string inp, options;
+    float scale;  // of the map about its mean against the text file's; 0: refused
+    const char* says;
+  } rows[] = {
+      {"text", changed("p21.mtz", "p21.fou"), "", 1.0f, "h(1) k(2) l(3) fo(4) ph(5)"},
+      {"usual pair", control, "", 1.0f, "MTZ columns FWT, PHWT; 1 reflections with a missing value left out"},
+      {"named pair", control, " --columns FC,PHIC", 0.5f, "MTZ columns FC, PHIC; 1 reflections"},
+      {"unknown column", control, " --columns F,PHI", 0.0f, "p21.mtz: no column named F"},
+      {"wrong cell", changed(" 7.0000", " 7.2000"), "", 0.0f, "The cell of the MTZ file"},
+      {"wrong group", changed("Spgr P 21", "Spgr P 2"), "", 0.0f, "The space group of the MTZ file"},
+      {"cut short", changed("p21.mtz", "cut.mtz"), "", 0.0f, "cut.mtz: truncated"},
+  };
+  std::vector<float> text;
+  float mean = 0.0f;
+  for (const auto& r : rows) {
+    std::ofstream(dir / "p21.inp") << r.inp;
+    const auto [status, out] = run("sintrel " + (dir / "p21.inp").string() + r.options);
+    EXPECT_EQ(status, r.scale > 0.0f ? 0 : 1) << r.what << ": " << out;
+    EXPECT_NE(read_file((dir / "p21.out").string()).find(r.says), std::string::npos) << r.what << ": " << out;
+    if (status != 0 || !load_map((dir / "p21.bin").string())) continue;
+    if (text.empty()) text.assign(qp::rho.data(), qp::rho.data() + qp::rho.size()), mean = qp::denave;
+    ASSERT_EQ(qp::rho.size(), text.size()) << r.what;
+    for (std::size_t i = 0; i < text.size(); ++i)
+      ASSERT_NEAR(qp::rho.data()[i], mean + r.scale * (text[i] - mean), 1e-4f) << r.what << " at point " << i;
   }
   fs::remove_all(dir);
 }
