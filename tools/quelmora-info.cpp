@@ -9,6 +9,7 @@
 //   quelmora-info [--json] --group TEXT
 //   quelmora-info [--json] file.bin --isosurface SIGMA [--obj OUT.obj]
 //   quelmora-info [--json] --structure FILE [--format vtl|cif|shx|kdc]
+//   quelmora-info file.bin --section z5
 //
 // With --group the space group named by TEXT (a number, a Hermann-Mauguin or
 // a Hall symbol) is built by set_spacegroup and its record printed: on a text
@@ -24,6 +25,9 @@
 // denave, as the isosurface view builds it, and the level and the number of
 // records of each primitive type are printed; --obj writes the mesh as a
 // Wavefront OBJ file in Angstrom.
+//
+// With --section the plane of the map across an axis (z5: the fifth plane
+// along z) is printed point by point, as the program holds it.
 //
 // On a bad file the program's message for the failing block goes to stderr
 // and the exit status is 1.
@@ -365,6 +369,33 @@ int print_isosurface(float sigma, bool json, const std::string& obj) {
   return 0;
 }
 
+// ---- --section ----
+
+// Plane k across an axis (x, y or z) of the map as the program holds it
+// (rhonew: the cell closed, or resampled on the file's box), one point a
+// line: its fractional x, y, z and the value. 2 for a plane the map lacks.
+int print_section(const std::string& plane) {
+  char axis = 0;
+  int k = 0;
+  const auto a = static_cast<std::size_t>(std::sscanf(plane.c_str(), "%c%d", &axis, &k) == 2 ? axis - 'x' : 3);
+  if (a > 2 || k < 1 || k > qp::rhonew.extent(static_cast<int>(a) + 1)) {
+    std::fprintf(stderr, "--section wants an axis and a plane of the map, as z5, not \"%s\"\n", plane.c_str());
+    return 2;
+  }
+  const std::array<float, 3> first{qp::xlim[0], qp::ylim[0], qp::zlim[0]}, step{qp::xinc, qp::yinc, qp::zinc};
+  const std::size_t u = (a + 1) % 3, v = (a + 2) % 3;
+  std::array<int, 3> at{};
+  at[a] = k;
+  for (at[v] = 1; at[v] <= qp::rhonew.extent(static_cast<int>(v) + 1); ++at[v])
+    for (at[u] = 1; at[u] <= qp::rhonew.extent(static_cast<int>(u) + 1); ++at[u]) {
+      std::array<float, 3> x{};
+      for (std::size_t i = 0; i < 3; ++i) x[i] = first[i] + static_cast<float>(at[i] - 1) * step[i];
+      std::printf("%.6f %.6f %.6f %.7g\n", double{x[0]}, double{x[1]}, double{x[2]},
+                  double{qp::rhonew(at[0], at[1], at[2])});
+    }
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -374,6 +405,7 @@ int main(int argc, char** argv) {
   const char* isosurface = nullptr;
   const char* structure = nullptr;
   std::string format;
+  const char* section = nullptr;
   for (int i = 1; i < argc; ++i) {
     const bool has_value = i + 1 < argc;
     if (std::strcmp(argv[i], "--json") == 0) json = true;
@@ -382,6 +414,7 @@ int main(int argc, char** argv) {
     else if (std::strcmp(argv[i], "--obj") == 0 && has_value) obj = argv[++i];
     else if (std::strcmp(argv[i], "--structure") == 0 && has_value) structure = argv[++i];
     else if (std::strcmp(argv[i], "--format") == 0 && has_value) format = argv[++i];
+    else if (std::strcmp(argv[i], "--section") == 0 && has_value) section = argv[++i];
     else if (argv[i][0] == '-') usage = true;
     else name = argv[i];
   }
@@ -396,13 +429,15 @@ int main(int argc, char** argv) {
   if (name.empty() || usage || (!obj.empty() && !isosurface)) {
     std::fprintf(stderr, "usage: quelmora-info [--json] file.bin | [--json] --group TEXT\n"
                          "       quelmora-info [--json] file.bin --isosurface SIGMA [--obj OUT.obj]\n"
-                         "       quelmora-info [--json] --structure FILE [--format vtl|cif|shx|kdc]\n");
+                         "       quelmora-info [--json] --structure FILE [--format vtl|cif|shx|kdc]\n"
+                         "       quelmora-info file.bin --section AXIS_PLANE (x1, y3, z12, ...)\n");
     return 2;
   }
   set_toolkit_backend(&face);
   map_summary m;
   if (!load(name, m)) return 1;
   if (isosurface) return print_isosurface(sigma, json, obj);
+  if (section) return print_section(section);
   if (json) print_json(m);
   else print_text(m);
   return 0;
