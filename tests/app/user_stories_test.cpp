@@ -7,6 +7,7 @@
 #include "app/quelmora_main.h"
 #include "state/quelmora_parametros.h"
 #include "tests/app/shell_fixture.h"
+#include "tests/data_files.h"
 #include "toolkit/dialogs/dialog_model.h"
 #include "toolkit/graphics/graphics_colour.h"
 
@@ -116,6 +117,20 @@ TEST_F(Shell, FileOpenOfAControlFileThenOfTheMap) {
   EXPECT_EQ(file_states(), (std::map<int, int>{{40005, 0}, {40008, 1}, {40011, 1}, {40021, 1},
                                                {40022, 1}, {40027, 0}, {40028, 1}}));
   EXPECT_EQ(qp::grp_espacial.multip, 192);
+}
+
+// A CCP4 map named .map (written by ccp4_map_test's writer) is known by its
+// content: File, Open loads it as a map and plots it, not as a text map.
+TEST_F(Shell, FileOpenOfACcp4MapNamedMap) {
+  std::filesystem::copy_file(data_path("maps/ccp4_p21_asu.map"), dir_ / "p21.map");
+  headless::queue_menu(40026);
+  headless::answer_file((dir_ / "p21.map").string());
+  start({});
+  EXPECT_EQ(headless::box_texts(), calls{});
+  EXPECT_EQ(stand_in_calls(), calls{});
+  EXPECT_EQ(std::tuple(qp::input_file, qp::titulo, qp::ngrid[2]), std::tuple(4, "P 21 asu", 12));
+  EXPECT_EQ(plot_pictures(), 1u);
+  EXPECT_EQ(status_text(2), "File: p21.map");
 }
 
 TEST_F(Shell, OpenCancelledForgetsTheDirectory) {
