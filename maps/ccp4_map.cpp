@@ -194,54 +194,65 @@ std::int32_t wrap(std::int64_t i, std::int32_t n) {
   return static_cast<std::int32_t>(r < 0 ? r + n : r);
 }
 
-// The cell's grid point of each value of the file, placed at its start
-// indices and folded into the cell.
-std::vector<int3> points_of(const map_header_type& m) {
-  std::vector<int3> points;
-  points.reserve(static_cast<std::size_t>(m.dim[0]) * static_cast<std::size_t>(m.dim[1]) *
-                 static_cast<std::size_t>(m.dim[2]));
+// The same for an index within a few cells of the cell, as an operator's
+// image of a point of the cell is: cheaper than a division.
+std::int32_t fold_near(std::int64_t i, std::int32_t n) {
+  while (i < 0) i += n;
+  while (i >= n) i -= n;
+  return static_cast<std::int32_t>(i);
+}
+
+// Calls take(n, p) for the n-th value of the file and its grid point p of the
+// cell: the file's indices placed at its start indices, turned to x, y, z and
+// folded into the cell.
+template <typename Take>
+void each_point(const map_header_type& m, Take take) {
+  std::array<std::vector<std::int32_t>, 3> folded;  // per file axis, its cell index at each file index
+  std::array<std::size_t, 3> axis{};
+  for (std::size_t k = 0; k < 3; ++k) {
+    axis[k] = static_cast<std::size_t>(m.order[k] - 1);
+    for (std::int32_t i = 0; i < m.dim[k]; ++i) folded[k].push_back(wrap(std::int64_t{m.start[k]} + i, m.grid[axis[k]]));
+  }
+  std::size_t n = 0;
   int3 at{};
-  for (std::int32_t s = 0; s < m.dim[2]; ++s)
-    for (std::int32_t r = 0; r < m.dim[1]; ++r)
-      for (std::int32_t c = 0; c < m.dim[0]; ++c) {
-        const int3 crs{c, r, s};
-        for (std::size_t k = 0; k < 3; ++k) {
-          const auto a = static_cast<std::size_t>(m.order[k] - 1);
-          at[a] = wrap(std::int64_t{m.start[k]} + crs[k], m.grid[a]);
-        }
-        points.push_back(at);
+  for (std::int32_t s : folded[2]) {
+    at[axis[2]] = s;
+    for (std::int32_t r : folded[1]) {
+      at[axis[1]] = r;
+      for (std::int32_t c : folded[0]) {
+        at[axis[0]] = c;
+        take(n++, at);
       }
-  return points;
+    }
+  }
 }
 
 // Writes each value at its point and at the point's images under the
 // operators, into rho, the file's own points first so that they win over
 // images; reached marks what was written. Returns the count of operators
 // that could not act on the grid.
-std::int32_t spread(const std::vector<float>& values, const std::vector<int3>& points, const int3& grid,
-                    std::vector<unsigned char>& reached) {
+std::int32_t spread(const map_header_type& m, const std::vector<float>& values, std::vector<unsigned char>& reached) {
   std::vector<grid_op> ops(1);
   for (std::size_t a = 0; a < 3; ++a) ops[0].r[a][a] = 1;
   std::int32_t unusable = 0;
   for (const sym_oper_type& op : qp::grp_espacial.sym_op) {
     grid_op g;
-    if (grid_op_of(op, grid, g)) ops.push_back(g);
+    if (grid_op_of(op, m.grid, g)) ops.push_back(g);
     else ++unusable;
   }
   float* rho = qp::rho.data();
   for (const grid_op& g : ops)
-    for (std::size_t n = 0; n < points.size(); ++n) {
-      const int3& p = points[n];
-      std::int64_t index = 0;
+    each_point(m, [&](std::size_t n, const int3& p) {
+      std::size_t index = 0;
       for (std::size_t a = 3; a-- > 0;) {
         const std::int64_t x = std::int64_t{g.r[a][0]} * p[0] + std::int64_t{g.r[a][1]} * p[1] +
                                std::int64_t{g.r[a][2]} * p[2] + g.t[a];
-        index = index * grid[a] + wrap(x, grid[a]);
+        index = index * static_cast<std::size_t>(m.grid[a]) + static_cast<std::size_t>(fold_near(x, m.grid[a]));
       }
-      if (reached[static_cast<std::size_t>(index)]) continue;
-      reached[static_cast<std::size_t>(index)] = 1;
+      if (reached[index]) return;
+      reached[index] = 1;
       rho[index] = values[n];
-    }
+    });
   return unusable;
 }
 
@@ -272,7 +283,7 @@ void fill_cell(const std::string& path, const map_header_type& m, const std::vec
     qp::kerror = true;
   }
   if (qp::kerror) return fail(path, "no memory for the cell's grid");
-  const std::int32_t unusable = spread(values, points_of(m), m.grid, reached);
+  const std::int32_t unusable = spread(m, values, reached);
   double sum = 0.0;
   for (float v : values) sum += v;
   const auto mean = static_cast<float>(sum / static_cast<double>(values.size()));

@@ -174,7 +174,7 @@ struct byte_pipe {
   void put(const List& v) {
     const std::uint64_t n = v.size();
     bytes.append(reinterpret_cast<const char*>(&n), sizeof n);
-    bytes.append(reinterpret_cast<const char*>(v.data()), n * sizeof(typename List::value_type));
+    if (n > 0) bytes.append(reinterpret_cast<const char*>(v.data()), n * sizeof(typename List::value_type));
   }
   template <typename List>
   void take(List& v) {
@@ -184,7 +184,7 @@ struct byte_pipe {
     ok = ok && n <= (bytes.size() - at) / sizeof(typename List::value_type);
     if (!ok) return;
     v.resize(n);
-    std::memcpy(v.data(), bytes.data() + at, n * sizeof(typename List::value_type));
+    if (n > 0) std::memcpy(v.data(), bytes.data() + at, n * sizeof(typename List::value_type));
     at += n * sizeof(typename List::value_type);
   }
   template <typename Pipe>
