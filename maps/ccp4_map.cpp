@@ -335,6 +335,7 @@ void read_ccp4_map(const std::string& path) {
   fill_cell(path, m, values, note);
   if (qp::kerror) return;
   set_limits(m);
-  statistic_map(qp::rho, qp::denmax, qp::denmin, qp::denave, qp::densigma);
   proc_carga();
+  // All four from the whole cell, over the range of the box proc_carga took.
+  statistic_map(qp::rho, qp::denmax, qp::denmin, qp::denave, qp::densigma);
 }

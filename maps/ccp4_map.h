@@ -15,8 +15,8 @@ bool is_ccp4_map(const std::string& path);
 
 // Loads the map into the globals: titulo (the first label), celda, the group
 // by its number (a number of 0, as electron microscopy maps have, is P 1),
-// ngrid, rho and rhonew (memory_maps, proc_carga), denave and densigma of
-// the whole cell; the limits are those of the file's section when it does not
+// ngrid, rho and rhonew (memory_maps, proc_carga), denmin, denmax, denave
+// and densigma of the whole cell; the limits are those of the file's section when it does not
 // cover the cell. No atoms, no peaks. When part of the cell stays unreached
 // the user is told the fraction. A damaged or truncated file shows a message
 // naming the file and sets kerror.

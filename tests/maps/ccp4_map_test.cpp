@@ -93,6 +93,8 @@ TEST(Ccp4Map, PartsOfAP21CellFillTheCellAsGemmiDoes) {
     EXPECT_EQ(boxes.size(), c.note.empty() ? 0u : 1u);
     for (const std::string& box : boxes) EXPECT_EQ(box.rfind(c.note, 0), 0u) << box;
     const float mean = static_cast<float>(c.dim[0] * c.dim[1] * c.dim[2] - 1) / 2.0f;
+    EXPECT_EQ(std::pair(qp::denmin, qp::denmax), std::pair(0.0f, 2 * mean));  // of the whole cell
+    EXPECT_FLOAT_EQ(qp::denave, mean);
     ASSERT_EQ(reference[c.name].size(), qp::rho.size());
     for (const auto& [i, j, k, v] : reference[c.name])
       ASSERT_EQ(qp::rho(static_cast<int>(i) + 1, static_cast<int>(j) + 1, static_cast<int>(k) + 1),
