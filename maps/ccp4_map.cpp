@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -35,8 +36,12 @@ namespace {
 constexpr std::size_t header_size = 1024;
 constexpr std::size_t stamp_offset = 208;  // "MAP " at bytes 209 to 212
 constexpr std::size_t title_length = 80;
-// The largest cell grid taken: rho and rhonew each need 4 bytes a point.
+// The largest cell grid taken: rho and rhonew each need 4 bytes a point. A
+// grid also may not exceed the file's points more than a map of a small box
+// in a large cell does, so that a damaged header cannot size it.
 constexpr std::int64_t max_cell_points = std::int64_t{1} << 28;
+constexpr std::int64_t cell_points_per_file_point = 1024;
+constexpr std::int64_t small_cell_points = std::int64_t{1} << 24;
 
 using int3 = std::array<std::int32_t, 3>;
 
@@ -107,11 +112,15 @@ std::string header_problem(const map_header_type& m) {
   int3 seen{};
   for (std::int32_t a : m.order)
     if (a < 1 || a > 3 || seen[static_cast<std::size_t>(a - 1)]++) return "the axis order is not a permutation of 1 2 3";
+  const std::int64_t file_points = std::int64_t{m.dim[0]} * m.dim[1] * m.dim[2];
+  const std::int64_t most = std::min(max_cell_points, std::max(small_cell_points, cell_points_per_file_point * file_points));
   std::int64_t points = 1;
   for (std::int32_t n : m.grid) {
     if (n < 1) return "the cell's grid has an axis of " + std::to_string(n) + " points";
     points *= n;
-    if (points > max_cell_points) return "the cell's grid is larger than this program holds";
+    if (points > most)
+      return "the cell's grid of " + std::to_string(m.grid[0]) + " x " + std::to_string(m.grid[1]) + " x " +
+             std::to_string(m.grid[2]) + " points is far larger than the map the file holds";
   }
   for (std::size_t i = 0; i < 3; ++i)
     if (!(m.cell[i] > 0.0f) || !std::isfinite(m.cell[i]) || !(m.cell[i + 3] > 0.0f && m.cell[i + 3] < 180.0f))

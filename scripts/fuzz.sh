@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Fuzzes the readers of the program, one target after the other on one core:
 #   scripts/fuzz.sh [SECONDS] [TARGETS...]
-# SECONDS per target (default 600); TARGETS among binary_map control_file
-# settings connection_file space_group structure_file (default all). Builds build-fuzz with
+# SECONDS per target (default 600); TARGETS among binary_map ccp4_map
+# control_file settings connection_file space_group structure_file (default all). Builds build-fuzz with
 # clang when needed. The corpus grows in build-fuzz/corpus/<target>/ from the
 # seeds of fuzz/corpus/<target>/ and the program's example and test files;
 # crashes, hangs and memory blow-ups are kept in fuzz/findings/<target>/.
@@ -12,7 +12,7 @@ build=$root/build-fuzz
 seconds=${1:-600}
 [ $# -gt 0 ] && shift
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(binary_map control_file settings connection_file space_group structure_file)
+[ ${#targets[@]} -gt 0 ] || targets=(binary_map ccp4_map control_file settings connection_file space_group structure_file)
 
 if [ ! -f "$build/CMakeCache.txt" ]; then
   CC=clang-14 CXX=clang++-14 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
@@ -50,6 +50,7 @@ seed() {
   if [ -d "$root/fuzz/corpus/$target" ]; then cp "$root/fuzz/corpus/$target"/* "$corpus"/; fi
   case $target in
     binary_map) small_map "$corpus" ;;
+    ccp4_map) cp "$root/tests/data/maps/ccp4_p21_asu.map" "$corpus"/ ;;
     control_file) cp "$root/examples/nacl.inp" "$root"/tests/data/app/*.inp "$corpus"/ ;;
     settings) cp "$root"/tests/data/app/*.set "$corpus"/ ;;
     structure_file) structure_seeds "$corpus" ;;
