@@ -32,8 +32,9 @@ struct map_case {
 
 // The map of a case, as the test's own writer makes it through cmaplib
 // (checked once against gemmi): the value of the n-th point in the file is n.
-std::string write_map(const map_case& c) {
-  const std::string path = "ccp4_p21_" + c.name + ".map";  // in the build folder, for the reference script
+// The file is left in the build folder for scripts/ccp4_reference.py; each
+// test writes its own, as ctest may run them side by side.
+std::string write_map(const map_case& c, const std::string& path) {
   auto* f = static_cast<CMap_io::CMMFile*>(CMap_io::ccp4_cmap_open(path.c_str(), O_WRONLY));
   const float cell[6] = {7.0f, 9.0f, 11.0f, 90.0f, 104.0f, 90.0f};
   const int grid[3] = {8, 10, 12}, order[3] = {3, 1, 2};
@@ -81,7 +82,7 @@ TEST(Ccp4Map, PartsOfAP21CellFillTheCellAsGemmiDoes) {
   }
   for (const map_case& c : cases) {
     SCOPED_TRACE(c.name);
-    load(write_map(c));
+    load(write_map(c, "ccp4_p21_" + c.name + ".map"));
     ASSERT_FALSE(qp::kerror) << testing::PrintToString(headless::box_texts());
     EXPECT_EQ(qp::titulo, "P 21 " + c.name);
     EXPECT_EQ(qp::grp_espacial.numspg, 4);
@@ -104,7 +105,7 @@ TEST(Ccp4Map, PartsOfAP21CellFillTheCellAsGemmiDoes) {
 }
 
 TEST(Ccp4Map, DamagedFilesAreRefusedNamingTheFile) {
-  const std::string whole = write_map(cases[0]);
+  const std::string whole = write_map(cases[0], "ccp4_whole.map");
   const struct {
     std::uintmax_t size;
     const char* says;
