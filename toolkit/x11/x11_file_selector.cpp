@@ -1,7 +1,10 @@
 #include "toolkit/x11/x11_file_selector.h"
 
+#include <Xm/ComboBox.h>
 #include <Xm/FileSB.h>
+#include <Xm/Label.h>
 #include <Xm/List.h>
+#include <Xm/RowColumn.h>
 #include <fnmatch.h>
 #include <sys/stat.h>
 
@@ -59,7 +62,48 @@ struct selector_state {
   bool save = false;
   int answer = 0;
   std::string path;  // what OK confirmed
+  std::vector<file_filter_type> rows;  // the type list
 };
+
+std::string joined_patterns(const file_filter_type& row) {
+  std::string text;
+  for (const std::string& p : row.patterns) text += (text.empty() ? "" : ";") + p;
+  return text;
+}
+
+// A row chosen in the type list: its patterns go into the Filter field and
+// the file list is searched again.
+void type_chosen(Widget combo, XtPointer data, XtPointer call) {
+  const auto* state = static_cast<const selector_state*>(data);
+  const int row = static_cast<XmComboBoxCallbackStruct*>(call)->item_position;
+  if (row < 1 || row > static_cast<int>(state->rows.size())) return;
+  Widget fsb = XtParent(XtParent(combo));
+  XmString pattern = XmStringCreateLocalized(const_cast<char*>(joined_patterns(state->rows[row - 1]).c_str()));
+  XtVaSetValues(fsb, XmNpattern, pattern, nullptr);
+  XmStringFree(pattern);
+  XmFileSelectionDoSearch(fsb, nullptr);
+}
+
+// The type list under the file list: one row a pair of the filter, the
+// description with its patterns, the first row chosen.
+void add_type_list(Widget fsb, selector_state& state) {
+  Widget row = XtVaCreateManagedWidget("types", xmRowColumnWidgetClass, fsb, XmNorientation, XmHORIZONTAL, nullptr);
+  XtVaCreateManagedWidget(state.save ? "Save as type" : "Files of type", xmLabelWidgetClass, row, nullptr);
+  std::vector<XmString> items;
+  std::size_t columns = 0;  // wide enough for the longest row
+  for (const file_filter_type& r : state.rows) {
+    const std::string text = r.description + " (" + joined_patterns(r) + ")";
+    columns = std::max(columns, text.size());
+    items.push_back(XmStringCreateLocalized(const_cast<char*>(text.c_str())));
+  }
+  Widget combo = XtVaCreateManagedWidget("type_list", xmComboBoxWidgetClass, row, XmNcomboBoxType, XmDROP_DOWN_LIST,
+                                         XmNitems, items.data(), XmNitemCount, static_cast<int>(items.size()),
+                                         XmNvisibleItemCount, static_cast<int>(std::min<std::size_t>(items.size(), 8)),
+                                         XmNcolumns, static_cast<short>(std::min<std::size_t>(columns, 60)),
+                                         XmNselectedPosition, 0, nullptr);
+  for (XmString s : items) XmStringFree(s);
+  XtAddCallback(combo, XmNselectionCallback, type_chosen, &state);
+}
 
 // Lists the files of the directory that match the patterns of the Filter
 // field, separated by ";": Motif's own search knows only one pattern.
@@ -168,24 +212,19 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
   state.save = flags & save_flag;
   // The first row of the filter is the one shown; its patterns go into the
   // Filter field, where the user may change them.
-  const std::vector<file_filter_type> rows = parse_file_filter(filter);
-  std::string pattern_text;
-  for (const std::string& p : rows.front().patterns) {
-    pattern_text += (pattern_text.empty() ? "" : ";") + p;
-  }
+  state.rows = parse_file_filter(filter);
+  const std::string pattern_text = joined_patterns(state.rows.front());
 
   const std::string directory = start_directory(name);
 
   Widget parent = x11_modal_parent();
   XmString dir = XmStringCreateLocalized(const_cast<char*>(directory.c_str()));
   XmString ok = XmStringCreateLocalized(const_cast<char*>(state.save ? "Save" : "Open"));
-  XmString type = XmStringCreateLocalized(const_cast<char*>(state.save ? "Save as type" : "Files of type"));
   XmString pattern = XmStringCreateLocalized(const_cast<char*>(pattern_text.c_str()));
   Arg args[] = {
       {const_cast<char*>(XmNdirectory), reinterpret_cast<XtArgVal>(dir)},
       {const_cast<char*>(XmNokLabelString), reinterpret_cast<XtArgVal>(ok)},
       {const_cast<char*>(XmNpattern), reinterpret_cast<XtArgVal>(pattern)},
-      {const_cast<char*>(XmNfilterLabelString), reinterpret_cast<XtArgVal>(type)},
       {const_cast<char*>(XmNwidth), static_cast<XtArgVal>(selector_width)},
       {const_cast<char*>(XmNheight), static_cast<XtArgVal>(selector_height)},
       {const_cast<char*>(XmNfileSearchProc), reinterpret_cast<XtArgVal>(search_files)},
@@ -198,12 +237,12 @@ bool x11_select_file(const std::string& filter, int flags, std::string& name,
   XmStringFree(dir);
   XmStringFree(ok);
   XmStringFree(pattern);
-  XmStringFree(type);
   // The first letters of Open and Save are their mnemonics.
   XtVaSetValues(XmFileSelectionBoxGetChild(fsb, XmDIALOG_OK_BUTTON), XmNmnemonic,
                 static_cast<KeySym>(state.save ? 'S' : 'O'), nullptr);
   XtVaSetValues(XtParent(fsb), XmNtitle, title.empty() ? " " : title.c_str(), nullptr);
   XtUnmanageChild(XmFileSelectionBoxGetChild(fsb, XmDIALOG_HELP_BUTTON));
+  add_type_list(fsb, state);
   propose_name(fsb, directory, name);
   XtAddCallback(fsb, XmNokCallback, pressed, &state);
   XtAddCallback(fsb, XmNcancelCallback, pressed, &state);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <Xm/CascadeB.h>
+#include <Xm/ComboBox.h>
 #include <Xm/FileSB.h>
 #include <Xm/PushB.h>
 #include <Xm/Scale.h>
@@ -196,6 +197,27 @@ TEST_F(X11Modal, FileListPopupOrdersShowsAndDeletes) {
                           {"README", "b.inp", "nacl.bin"}}));                               // by name, hidden off
   EXPECT_EQ(box_texts, (names{"Delete 'a.map' ?", "Delete 'a.map' ?"}));
   EXPECT_FALSE(fs::exists(folder / "a.map"));
+}
+
+// The type list holds a row for each pair of the filter; choosing a row lists
+// the files of its patterns.
+TEST_F(X11Modal, TypeListChangesTheFilesShown) {
+  for (const char* file : {"a.ccp4", "b.mrc"}) std::ofstream(folder / file) << "x";
+  int rows = 0;
+  const step choose_second{"selector", [&rows](Widget box) {
+                             Widget combo = XtNameToWidget(box, "*type_list");
+                             XtVaGetValues(combo, XmNitemCount, &rows, nullptr);
+                             XmComboBoxCallbackStruct cb{};
+                             cb.reason = XmCR_SELECT;
+                             cb.item_position = 2;
+                             XtCallCallbacks(combo, XmNselectionCallback, &cb);
+                           }};
+  std::string name = folder.string() + "/";
+  listings.clear();
+  user_does({look_at_list, choose_second, look_at_list, selector_cancel});
+  EXPECT_FALSE(x11_select_file("Maps|*.bin|CCP4/MRC Map File|*.ccp4;*.mrc;*.map|", 10, name, "Title"));
+  EXPECT_EQ(rows, 2);
+  EXPECT_EQ(listings, (std::vector<std::vector<std::string>>{{"nacl.bin"}, {"a.ccp4", "b.mrc"}}));
 }
 
 // A key pressed in a widget of the box, as the keyboard would send it.
