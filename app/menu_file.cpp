@@ -8,7 +8,6 @@
 #include "app/quelmora_fourier.h"
 #include "app/quelmora_initialize.h"
 #include "app/data_dialog.h"
-#include "app/stand_ins.h"
 #include "crystal/fixed_text.h"
 #include "maps/binary_map.h"
 #include "maps/ccp4_map.h"
@@ -119,6 +118,17 @@ void file_validation() {
   qp::kerror = true;
 }
 
+void asc2bin() {
+  // filinp is blank whenever a .asc is the current file, so this open fails
+  // and the box is shown: a .asc is shown only through the .bin beside it.
+  if (!open_unit(unit_control_file, qp::filinp)) {
+    error_message("Opening the Ascii File");
+    qp::kerror = true;
+    return;
+  }
+  close_unit(unit_control_file);
+}
+
 void prep_plotting() {
   if (qp::input_file == 0) {
     menu_c_fourier();
@@ -126,14 +136,8 @@ void prep_plotting() {
     qp::filbin = file_name(through_last_dot(qp::filinp) + "bin");
   } else if (qp::input_file == 2) {
     qp::filbin = file_name(through_last_dot(qp::filasc) + "bin");
-    // filinp is blank here, so this open fails and the .asc never loads
-    // through this road: the program shows the box.
-    if (!open_unit(unit_control_file, qp::filinp)) {
-      error_message("Opening the Ascii File");
-      qp::kerror = true;
-      return;
-    }
-    close_unit(unit_control_file);
+    asc2bin();
+    if (qp::kerror) return;
   }
   if (qp::input_file == 4) {
     init_var_graf();

@@ -15,6 +15,10 @@ std::string through_last_dot(const std::string& name);
 // file or an unknown extension.
 void file_validation();
 
+// The .asc "conversion": converts nothing. It opens filinp on unit 21, which
+// fails with a box and kerror for any blank name.
+void asc2bin();
+
 // Makes the map of the current file ready: runs Sintrel first for a control
 // file, then loads the .bin of the same stem. Sets kerror.
 void prep_plotting();

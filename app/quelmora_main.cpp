@@ -9,7 +9,6 @@
 #include "app/quelmora_fourier.h"
 #include "app/quelmora_initialize.h"
 #include "app/quelmora_settings.h"
-#include "app/stand_ins.h"
 #include "crystal/fixed_text.h"
 #include "plot/menu_plot.h"
 #include "resources/quelmo_rc.h"

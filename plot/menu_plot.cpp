@@ -14,7 +14,6 @@
 #include "plot/plot_levels.h"
 #include "plot/plot_limits.h"
 #include "plot/plot_output.h"
-#include "plot/plot_stand_ins.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/graphics/graphics.h"
 #include "toolkit/messages/child_window.h"

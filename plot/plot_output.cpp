@@ -6,6 +6,7 @@
 #include <string>
 
 #include "crystal/fixed_text.h"
+#include "maps/ascii_section.h"
 #include "plot/menu_plot.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/dialogs/file_selector.h"
@@ -90,6 +91,10 @@ void proc_print() {
 void proc_ps() { write_graphic_file(postscript_driver, qp::filps, "ps"); }
 
 void proc_wmf() { write_graphic_file(metafile_driver, qp::filwmf, "wmf"); }
+
+void proc_ascii() {
+  if (choose_output(qp::filasc, "asc")) fourier_masciisave();
+}
 
 void plot_legends(std::span<const float> levels) {
   const std::size_t n = std::min<std::size_t>(levels.size(), descrip.size());

@@ -20,7 +20,6 @@
 #include <vector>
 
 #include "app/quelmora_main.h"
-#include "app/stand_ins.h"
 #include "resources/quelmo_rc.h"
 #include "tests/data_files.h"
 #include "toolkit/headless/headless.h"
@@ -33,7 +32,6 @@ class Shell : public ::testing::Test {
   void SetUp() override {
     headless::install();
     winitialise();
-    clear_stand_in_calls();
     iosdirname(start_dir_);
     dir_ = std::filesystem::temp_directory_path() /
            ("quelmora_shell_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + "_" +

@@ -16,7 +16,6 @@
 #include "maps/map_memory.h"
 #include "maps/section_extraction.h"
 #include "plot/menu_plot.h"
-#include "plot/plot_stand_ins.h"
 #include "resources/quelmo_rc.h"
 #include "state/quelmora_parametros.h"
 #include "tests/data_files.h"
@@ -65,7 +64,6 @@ class PlotWindow : public ::testing::Test {
     ipginit();
     igrselect(igr_window, 0);
     reset_plot_state();
-    clear_plot_stand_in_calls();
   }
   // A look queued after the window was left would never run.
   void TearDown() override { EXPECT_EQ(headless::events_left(), 0u) << "events the plot window never read"; }

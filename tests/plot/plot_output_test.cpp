@@ -77,6 +77,19 @@ TEST_F(PlotOutput, MetafileOfThePicture) {
   EXPECT_NE(metafile_as_svg(name).find("<svg"), std::string::npos);
 }
 
+// The map's stem is proposed with ".asc"; the file holds the section on
+// screen, its whole closed grid of 49 x 49 points behind the two header lines.
+TEST_F(PlotOutput, TextTableOfTheSection) {
+  qp::codefil = "nacl";
+  headless::answer_file(scratch.file("layer.x"));
+  run_command(cmd::text_map);
+  ASSERT_EQ(headless::selectors().size(), 1u);
+  EXPECT_EQ(headless::selectors()[0].start_name, "nacl.asc");
+  EXPECT_EQ(headless::selectors()[0].filter, "Fourier Graphic File|*.asc|");
+  const std::string text = file_text(scratch.file("layer.asc"));
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2 + 49 * 49);
+}
+
 // The printer gets a page inside its margins with the window's proportions;
 // the dark background is printed.
 TEST_F(PlotOutput, PrintingSendsThePageToThePrintCommand) {
