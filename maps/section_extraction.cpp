@@ -60,10 +60,8 @@ class density_range {
       for (std::size_t l = 0; l < lanes; ++l) take_in_lane(l, v[i + l]);
     for (std::size_t i = whole; i < n; ++i) take_in_lane(0, v[i]);
   }
-  void set_denmin_denmax() const {
-    qp::denmin = *std::min_element(lo_, lo_ + lanes);
-    qp::denmax = *std::max_element(hi_, hi_ + lanes);
-  }
+  float low() const { return *std::min_element(lo_, lo_ + lanes); }
+  float high() const { return *std::max_element(hi_, hi_ + lanes); }
 
  private:
   static constexpr std::size_t lanes = 16;
@@ -125,12 +123,22 @@ void proc_carga() {
   density_range range;
   const bool fits = nx > 0 && ny > 0 && nz > 0 && shape_is(qp::rho, nx, ny, nz) &&
                     shape_is(qp::rhonew, nx + 1, ny + 1, nz + 1);
+  // The levels of every picture are spread over the extremes of rho: they
+  // are taken here, once a load, rather than over the whole map each time.
+  // A closed cell holds the values of rho and no others.
+  density_range rho_range;
   if (fits && box_is_whole_cell()) {
     close_whole_cell(nx, ny, nz, range);
+    rho_range = range;
   } else {
     if (fits) resample_box(nx, ny, nz);
     range.take(qp::rhonew.data(), qp::rhonew.size());
+    rho_range.take(qp::rho.data(), qp::rho.size());
   }
-  range.set_denmin_denmax();
+  qp::denmin = range.low();
+  qp::denmax = range.high();
+  const bool none = qp::rho.size() == 0;
+  qp::rho_min = none ? 0.0f : rho_range.low();
+  qp::rho_max = none ? 0.0f : rho_range.high();
   raise_skew_flags();
 }

@@ -7,8 +7,9 @@
 #include <cstdint>
 
 // Fills rhonew from rho: the periodic closing of a whole cell, or the
-// resampling of the file's box. Then sets denmin, denmax and raises the jpg
-// flags of the families whose in-plane axes are not perpendicular.
+// resampling of the file's box. Then sets denmin, denmax (of rhonew), rho_min,
+// rho_max (of rho), and raises the jpg flags of the families whose in-plane
+// axes are not perpendicular.
 void proc_carga();
 
 // Adds plane isec of the current family (imap), resampled on the rectangular

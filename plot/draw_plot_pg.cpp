@@ -146,8 +146,7 @@ void add_layers(const section_family_type& f, bool skewed) {
   }
 }
 
-template <typename Array>
-std::pair<float, float> extremes(const Array& a) {
+std::pair<float, float> extremes(const farray2<float>& a) {
   if (a.size() == 0) return {0.0f, 0.0f};
   const auto [lo, hi] = std::minmax_element(a.data(), a.data() + a.size());
   return {*lo, *hi};
@@ -156,11 +155,10 @@ std::pair<float, float> extremes(const Array& a) {
 // Step 10: the range the levels are spread over.
 std::pair<float, float> level_range() {
   if (qp::boton_add) return extremes(qp::dmap);
-  if (!qp::ksigma && !qp::klevel) return extremes(qp::rho);
+  if (!qp::ksigma && !qp::klevel) return {qp::rho_min, qp::rho_max};
   if (!qp::ksigma) return {qp::den_min_show, qp::den_max_show};
   if (qp::klevel) return {qp::dens_min_show, qp::dens_max_show};
-  const auto [lo, hi] = extremes(qp::rho);
-  return {sigma_units(lo), sigma_units(hi)};
+  return {sigma_units(qp::rho_min), sigma_units(qp::rho_max)};
 }
 
 // Step 11: the plot opened for the kind, one style per level.

@@ -64,6 +64,7 @@ inline farray2<float> dmap2;   // its transpose, for the surface plot
 inline std::array<float, 2> xlim{}, ylim{}, zlim{};
 inline float xinc = 0.0f, yinc = 0.0f, zinc = 0.0f;
 inline float denmin = 0.0f, denmax = 0.0f;
+inline float rho_min = 0.0f, rho_max = 0.0f;  // the extremes of rho (0 when empty), set by proc_carga
 inline float denave = 0.0f, densigma = 0.0f;
 inline std::array<std::int32_t, 3> jpg{};  // per section family: axes not perpendicular
 // The isosurface mesh: per record x, y, z and the primitive's type, for

@@ -51,6 +51,13 @@ struct canvas_text_style {
   float angle = 0;
 };
 
+// An upright rectangle between two corners in pixels, filled as the polygon
+// (x1, y1) (x2, y1) (x2, y2) (x1, y2) would be.
+struct canvas_box {
+  float x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+  canvas_fill fill;
+};
+
 class canvas {
  public:
   virtual ~canvas() = default;
@@ -65,6 +72,18 @@ class canvas {
   // The inside of a polygon by the even-odd rule, so self-crossing ones work.
   virtual void fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) = 0;
   // A circle filled when fill is given, outlined when pen is given.
+  // Fills the boxes in order, each as fill_polygon fills its four corners. A
+  // canvas may draw them in fewer steps where the result is the same.
+  virtual void fill_boxes(std::span<const canvas_box> boxes) {
+    for (const canvas_box& b : boxes) {
+      const pixel_point corners[4] = {{b.x1, b.y1}, {b.x2, b.y1}, {b.x2, b.y2}, {b.x1, b.y2}};
+      fill_polygon(corners, b.fill);
+    }
+  }
+  // True when filling the box between these corners would change no pixel,
+  // so that a caller may leave it out. A canvas that keeps every shape it is
+  // given (a file, a recording) says false.
+  virtual bool box_shows_nothing(pixel_point, pixel_point) const { return false; }
   virtual void circle(pixel_point centre, float radius, const canvas_pen* pen,
                       const canvas_fill* fill) = 0;
   virtual void text(pixel_point anchor, std::string_view s, const canvas_text_style& style) = 0;

@@ -125,6 +125,36 @@ void igrrectangle(float x1, float y1, float x2, float y2) {
   draw_polygon_units(x, y, 4);
 }
 
+namespace {
+
+// The kept rectangles; drawn when this many wait, so the memory stays small.
+std::vector<canvas_box> queued_boxes;
+constexpr std::size_t queue_limit = 1 << 16;
+
+}  // namespace
+
+void igrrectanglequeue(float x1, float y1, float x2, float y2) {
+  if (igrstate.ifstyl == 0 || igrstate.ifbord == 1) {
+    igrrectangleflush();
+    igrrectangle(x1, y1, x2, y2);
+    return;
+  }
+  // The conversion to pixels is separable: x2 lands where it would in any corner.
+  const pixel_point a = units_to_canvas(x1, y1), b = units_to_canvas(x2, y2);
+  queued_boxes.push_back({a.x, a.y, b.x, b.y, current_fill()});
+  if (queued_boxes.size() >= queue_limit) igrrectangleflush();
+}
+
+void igrrectangleflush() {
+  if (canvas* c = current_canvas(); c && !queued_boxes.empty()) c->fill_boxes(queued_boxes);
+  queued_boxes.clear();
+}
+
+bool igrrectangleunseen(float x1, float y1, float x2, float y2) {
+  const canvas* c = current_canvas();
+  return c && c->box_shows_nothing(units_to_canvas(x1, y1), units_to_canvas(x2, y2));
+}
+
 void igrpolygonsimple(const float* x, const float* y, int n) { draw_polygon_units(x, y, n); }
 
 void igrpolygoncomplex(const float* x, const float* y, int n) { draw_polygon_units(x, y, n); }

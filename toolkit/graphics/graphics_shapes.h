@@ -15,6 +15,15 @@ void igrfillpattern(int style, std::optional<int> density = std::nullopt,
 void igrcircle(float x, float y, float r);
 void igrtriangle(float x1, float y1, float x2, float y2, float x3, float y3);
 void igrrectangle(float x1, float y1, float x2, float y2);
+// igrrectangle deferred: the rectangle is kept, with the fill of the moment,
+// and drawn with those kept before it by igrrectangleflush, in the same order
+// and to the same pixels, but in one call to the canvas. A rectangle that
+// would be outlined is drawn at once, after those kept.
+void igrrectanglequeue(float x1, float y1, float x2, float y2);
+void igrrectangleflush();
+// True when igrrectangle would change nothing on the current canvas (one of
+// pixels, say, where the rectangle rounds to no whole pixel).
+bool igrrectangleunseen(float x1, float y1, float x2, float y2);
 // A polygon of n points (fewer than 3 draw nothing).
 void igrpolygonsimple(const float* x, const float* y, int n);
 // A polygon that may cross itself; its inside is found by the even-odd rule.

@@ -1,6 +1,7 @@
 // Filled contours. Cells that lie within one band are merged into runs
 // along a row and drawn as one rectangle; a cell that holds a band boundary
-// is divided into igranul x igranul boxes, merged along each sub-row.
+// is divided into igranul x igranul boxes, merged along each sub-row. The
+// rectangles reach the canvas in batches, in the order they are made.
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -27,6 +28,7 @@ class band_filler {
       for (int i = 1; i <= s.npval1 - 1; ++i) cell(i, j);
       flush_run(j);
     }
+    igrrectangleflush();
   }
 
  private:
@@ -95,6 +97,7 @@ class band_filler {
       b = band((z[0] + z[1] + z[2]) / 3);
     }
     if (!use_band(b)) return;
+    igrrectangleflush();
     igrtriangle(x[0], y[0], x[1], y[1], x[2], y[2]);
   }
 
@@ -119,6 +122,7 @@ class band_filler {
       const float g = (vR - vL) / g_count;
       const float bottom = y1 + static_cast<float>(r) * height;
       const float top = bottom + height;
+      if (row_unseen(x1, bottom, x2, top)) continue;
       int run = 0;
       float start = x1;
       for (int s = 0; s < G; ++s) {
@@ -133,6 +137,16 @@ class band_filler {
     }
   }
 
+  // True when the canvas would show nothing of a sub-row: every box of it
+  // lies within these bounds. A screen of pixels then skips the rows of a
+  // small cell that round to no whole pixel row.
+  static bool row_unseen(float x1, float y1, float x2, float y2) {
+    float gx1, gy1, gx2, gy2;
+    ipgunitstogrunits(x1, y1, gx1, gy1);
+    ipgunitstogrunits(x2, y2, gx2, gy2);
+    return igrrectangleunseen(gx1, gy1, gx2, gy2);
+  }
+
   // A cell as one polygon whose colour runs between its corners' band colours.
   void shaded_cell(int i, int j) {
     const int ci[4] = {i, i + 1, i + 1, i};
@@ -143,6 +157,7 @@ class band_filler {
       ipgunitstogrunits(node_x(static_cast<float>(ci[k])), node_y(static_cast<float>(cj[k])), x[k], y[k]);
       colours[k] = ipgstate.ipgcol[band(grid_.at(ci[k], cj[k]))][0];
     }
+    igrrectangleflush();
     igrpolygonshaded(x, y, colours, 4);
   }
 
@@ -166,7 +181,7 @@ class band_filler {
     float gx1, gy1, gx2, gy2;
     ipgunitstogrunits(x1, y1, gx1, gy1);
     ipgunitstogrunits(x2, y2, gx2, gy2);
-    igrrectangle(gx1, gy1, gx2, gy2);
+    igrrectanglequeue(gx1, gy1, gx2, gy2);
   }
 
   const contour_grid& grid_;

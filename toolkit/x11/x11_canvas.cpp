@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <functional>
 #include <numbers>
 #include <string>
 #include <vector>
@@ -14,13 +16,135 @@
 namespace {
 
 // X coordinates are 16-bit: positions far outside are pinned, not wrapped.
-short to_short(float v) { return static_cast<short>(std::clamp(std::lround(v), -30000L, 30000L)); }
+// Halves round away from 0, as lround does; NaN is pinned low, as lround's
+// LONG_MIN is. Written out because it runs for every box of a filled picture.
+short to_short(float v) {
+  if (!(v > -30000.0f)) return -30000;
+  if (v > 30000.0f) return 30000;
+  const int whole = static_cast<int>(v);  // toward 0; v - whole is exact
+  const float part = v - static_cast<float>(whole);
+  return static_cast<short>(whole + (part >= 0.5f) - (part <= -0.5f));
+}
 
 std::vector<XPoint> to_xpoints(std::span<const pixel_point> points) {
   std::vector<XPoint> out(points.size());
   for (std::size_t k = 0; k < points.size(); ++k) out[k] = {to_short(points[k].x), to_short(points[k].y)};
   return out;
 }
+
+// The pixels a filled upright rectangle covers, as the server fills it:
+// columns left..left+w-1 and rows top..top+h-1 (w or h 0 covers none).
+struct pixel_box {
+  int left, top, w, h;
+};
+
+pixel_box pixels_of(float x1, float y1, float x2, float y2) {
+  const short a = to_short(x1), b = to_short(x2), c = to_short(y1), d = to_short(y2);
+  return {std::min(a, b), std::min(c, d), std::abs(b - a), std::abs(d - c)};
+}
+
+// Solid boxes painted one after the other into an image of colour indices
+// (0 where none fell), the last box over a pixel giving its index, exactly as
+// the server paints them in turn. The image is then drawn a colour at a time
+// as rectangles: runs of one index along a row, stacked where rows repeat.
+class box_painting {
+ public:
+  // index is the image's memory, kept by the caller from one batch to the next.
+  box_painting(std::span<const canvas_box> boxes, int width, int height,
+               const std::function<unsigned long(canvas_colour)>& pixel, std::vector<std::uint16_t>& index)
+      : index_(index) {
+    std::vector<pixel_box> clipped;
+    clipped.reserve(boxes.size());
+    left_ = width, top_ = height;
+    int right = 0, bottom = 0;
+    for (const canvas_box& b : boxes) {
+      pixel_box p = pixels_of(b.x1, b.y1, b.x2, b.y2);
+      const int x0 = std::max(p.left, 0), y0 = std::max(p.top, 0);
+      const int x1 = std::min(p.left + p.w, width), y1 = std::min(p.top + p.h, height);
+      if (x0 >= x1 || y0 >= y1) p.w = 0;
+      else p = {x0, y0, x1 - x0, y1 - y0};
+      clipped.push_back(p);
+      if (p.w == 0) continue;
+      left_ = std::min(left_, x0), top_ = std::min(top_, y0);
+      right = std::max(right, x1), bottom = std::max(bottom, y1);
+    }
+    if (right <= left_ || bottom <= top_) return;
+    w_ = right - left_, h_ = bottom - top_;
+    index_.assign(static_cast<std::size_t>(w_) * static_cast<std::size_t>(h_), 0);
+    for (std::size_t k = 0; k < boxes.size(); ++k) {
+      const pixel_box& p = clipped[k];
+      if (p.w == 0) continue;
+      const canvas_colour& colour = boxes[k].fill.colour;
+      if (pixels_.empty() || colour.value != last_value_) last_pixel_ = pixel(colour), last_value_ = colour.value;
+      const std::uint16_t c = colour_index(last_pixel_);
+      for (int y = p.top; y < p.top + p.h; ++y)
+        std::fill_n(&index_[at(p.left, y)], p.w, c);
+    }
+  }
+
+  // False when there were more colours than indices: nothing can be drawn from it.
+  bool usable() const { return pixels_.size() < 0xFFFF; }
+
+  void draw(Display* display, Drawable drawable, GC gc) const {
+    std::vector<std::vector<XRectangle>> rects(pixels_.size());
+    // For the runs of the row above, by their first column: colour, place in
+    // rects, last column + 1; a run below with the same three grows it.
+    struct open_run {
+      std::uint16_t colour = 0;
+      std::size_t place = 0;
+      int end = -1;
+    };
+    std::vector<open_run> above(static_cast<std::size_t>(w_)), here(static_cast<std::size_t>(w_));
+    for (int y = 0; y < h_; ++y) {
+      for (int x = 0; x < w_;) {
+        const std::uint16_t c = index_[at(left_ + x, top_ + y)];
+        int end = x + 1;
+        while (end < w_ && index_[at(left_ + end, top_ + y)] == c) ++end;
+        open_run& run = here[static_cast<std::size_t>(x)];
+        const open_run& up = above[static_cast<std::size_t>(x)];
+        if (c == 0) {
+          run = {};
+        } else if (up.colour == c && up.end == end) {
+          run = up;
+          ++rects[c - 1][up.place].height;
+        } else {
+          auto& list = rects[c - 1];
+          run = {c, list.size(), end};
+          list.push_back({static_cast<short>(left_ + x), static_cast<short>(top_ + y),
+                          static_cast<unsigned short>(end - x), 1});
+        }
+        x = end;
+      }
+      std::swap(above, here);
+      std::fill(here.begin(), here.end(), open_run{});
+    }
+    XSetFillStyle(display, gc, FillSolid);
+    for (std::size_t c = 0; c < rects.size(); ++c) {
+      XSetForeground(display, gc, pixels_[c]);
+      XFillRectangles(display, drawable, gc, rects[c].data(), static_cast<int>(rects[c].size()));
+    }
+  }
+
+ private:
+  std::size_t at(int x, int y) const {
+    return static_cast<std::size_t>(x - left_) + static_cast<std::size_t>(w_) * static_cast<std::size_t>(y - top_);
+  }
+  // Indices count from 1, in the order the colours first come.
+  std::uint16_t colour_index(unsigned long pixel) {
+    if (!pixels_.empty() && pixels_[last_] == pixel) return static_cast<std::uint16_t>(last_ + 1);
+    const auto it = std::find(pixels_.begin(), pixels_.end(), pixel);
+    last_ = static_cast<std::size_t>(it - pixels_.begin());
+    if (it == pixels_.end()) pixels_.push_back(pixel);
+    return static_cast<std::uint16_t>(std::min<std::size_t>(last_ + 1, 0xFFFF));
+  }
+
+  int left_ = 0, top_ = 0, w_ = 0, h_ = 0;
+  std::vector<std::uint16_t>& index_;
+  std::vector<unsigned long> pixels_;
+  std::size_t last_ = 0;
+  std::int32_t last_value_ = 0;  // the colour value of the last box, and its pixel
+  unsigned long last_pixel_ = 0;
+};
 
 }  // namespace
 
@@ -128,14 +252,40 @@ void x11_canvas::fill_polygon(std::span<const pixel_point> points, const canvas_
   // Filled contours are mostly upright rectangles, which the server fills
   // faster as rectangles; the pixels are the same.
   if (xp.size() == 4 && xp[0].y == xp[1].y && xp[1].x == xp[2].x && xp[2].y == xp[3].y && xp[3].x == xp[0].x) {
-    const short left = std::min(xp[0].x, xp[1].x), top = std::min(xp[0].y, xp[2].y);
-    const int w = std::abs(xp[1].x - xp[0].x), h = std::abs(xp[2].y - xp[1].y);
-    if (w > 0 && h > 0) XFillRectangle(display_, drawable_, gc_, left, top, static_cast<unsigned>(w), static_cast<unsigned>(h));
+    const pixel_box p = pixels_of(points[0].x, points[0].y, points[2].x, points[2].y);
+    if (p.w > 0 && p.h > 0) XFillRectangle(display_, drawable_, gc_, p.left, p.top, static_cast<unsigned>(p.w), static_cast<unsigned>(p.h));
     XSetFillStyle(display_, gc_, FillSolid);
     return;
   }
   XFillPolygon(display_, drawable_, gc_, xp.data(), static_cast<int>(xp.size()), Complex, CoordModeOrigin);
   XSetFillStyle(display_, gc_, FillSolid);
+}
+
+// Solid boxes on a pixmap are painted in memory first and reach the server
+// as a few requests a colour; elsewhere (a window, whose size the server
+// alone knows, or a hatched box) they are drawn one by one.
+void x11_canvas::fill_boxes(std::span<const canvas_box> boxes) {
+  const auto same_pattern = [](const canvas_fill& a, const canvas_fill& b) {
+    return a.style == b.style && a.density == b.density && a.angle == b.angle;
+  };
+  bool solid = true;
+  for (std::size_t k = 0; solid && k < boxes.size(); ++k)
+    if (k == 0 || !same_pattern(boxes[k].fill, boxes[k - 1].fill)) solid = hatch_of(boxes[k].fill).count == 0;
+  if (!owns_ || !solid) {
+    canvas::fill_boxes(boxes);
+    return;
+  }
+  const box_painting painting(boxes, width_, height_, [this](canvas_colour c) { return pixel(c); }, painting_);
+  if (!painting.usable()) {
+    canvas::fill_boxes(boxes);
+    return;
+  }
+  painting.draw(display_, drawable_, gc_);
+}
+
+bool x11_canvas::box_shows_nothing(pixel_point a, pixel_point b) const {
+  const pixel_box p = pixels_of(a.x, a.y, b.x, b.y);
+  return p.w == 0 || p.h == 0;
 }
 
 void x11_canvas::circle(pixel_point centre, float radius, const canvas_pen* pen, const canvas_fill* fill) {

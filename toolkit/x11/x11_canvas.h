@@ -5,9 +5,11 @@
 #include <X11/Xft/Xft.h>
 #include <X11/Xlib.h>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <tuple>
+#include <vector>
 
 #include "toolkit/graphics/canvas.h"
 
@@ -32,6 +34,8 @@ class x11_canvas : public canvas {
   void clear(int left, int top, int w, int h, canvas_colour colour) override;
   void polyline(std::span<const pixel_point> points, const canvas_pen& pen) override;
   void fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) override;
+  void fill_boxes(std::span<const canvas_box> boxes) override;
+  bool box_shows_nothing(pixel_point a, pixel_point b) const override;
   void circle(pixel_point centre, float radius, const canvas_pen* pen, const canvas_fill* fill) override;
   void text(pixel_point anchor, std::string_view s, const canvas_text_style& style) override;
   float text_width(std::string_view s, const canvas_text_style& style) const override;
@@ -54,5 +58,6 @@ class x11_canvas : public canvas {
   GC gc_;
   XftDraw* xft_ = nullptr;
   std::map<int, Pixmap> stipples_;
+  std::vector<std::uint16_t> painting_;  // colour indices of the boxes of fill_boxes
   mutable std::map<std::tuple<int, int, int>, XftFont*> fonts_;
 };
