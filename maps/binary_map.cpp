@@ -1,5 +1,6 @@
 #include "maps/binary_map.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdio>
@@ -9,6 +10,7 @@
 
 #include "control/map_run_block.h"
 #include "crystal/binary_stream.h"
+#include "maps/loading_progress.h"
 #include "maps/map_memory.h"
 #include "maps/section_extraction.h"
 #include "state/quelmora_parametros.h"
@@ -139,10 +141,21 @@ void read_filebin_head() {
 
 const std::string& filebin_version() { return file_version; }
 
+// The density is read a chunk at a time so that a long load can show how far
+// it has come; the dialog stays up while the map is closed.
 void read_filebin_rho() {
-  const auto bytes = static_cast<std::streamsize>(qp::rho.size() * sizeof(float));
-  if (!unit25.read(reinterpret_cast<char*>(qp::rho.data()), bytes))
-    return fail("Error reading the binary file...(Density Map...)");
+  const std::size_t bytes = qp::rho.size() * sizeof(float);
+  auto* to = reinterpret_cast<char*>(qp::rho.data());
+  loading_progress progress(bytes);
+  for (std::size_t done = 0; done < bytes;) {
+    const std::size_t n = std::min(std::max<std::size_t>(loading_pace.chunk, 1), bytes - done);
+    if (!unit25.read(to + done, static_cast<std::streamsize>(n))) {
+      progress.finish();
+      return fail("Error reading the binary file...(Density Map...)");
+    }
+    done += n;
+    progress.advanced(done);
+  }
   proc_carga();
 }
 

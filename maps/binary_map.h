@@ -28,7 +28,8 @@ void read_filebin_head();
 // compares them, files of every version load.
 const std::string& filebin_version();
 
-// Block 9 in one transfer into rho (sized by memory_maps), then proc_carga.
+// Block 9 into rho (sized by memory_maps), then proc_carga; a long read
+// shows the "Loading..." dialog (maps/loading_progress.h) until both end.
 void read_filebin_rho();
 
 // Block 10 over atomos, when npeaks is above 0: peaks replace the atoms.

@@ -13,7 +13,9 @@
 #include <unistd.h>
 
 #include "maps/binary_map.h"
+#include "maps/loading_progress.h"
 #include "maps/map_memory.h"
+#include "resources/quelmo_rc.h"
 #include "state/quelmora_parametros.h"
 #include "tests/crystal/byte_fixture.h"
 #include "tests/data_files.h"
@@ -132,6 +134,28 @@ TEST(BinaryMap, EveryCutGivesTheMessageOfItsBlock) {
     const auto expected = block->second.empty() ? std::vector<std::string>{} : std::vector{block->second};
     ASSERT_EQ(headless::box_texts(), expected) << "cut at " << cut;
   }
+}
+
+// A load that looks long shows "Loading..." after its first chunk, the bar
+// following the bytes read, and takes it down at the end; a quick load
+// shows nothing.
+TEST(BinaryMap, LongLoadsShowTheirProgress) {
+  const std::string bytes = read_layout().bytes;
+  const struct {
+    std::chrono::duration<double> long_load;
+    std::vector<std::string> trace;
+  } rows[] = {
+      {std::chrono::seconds(0), {"show 111", "111 1048 33", "111 1048 66", "111 1048 100", "unload 111"}},
+      {std::chrono::seconds(60), {}},
+  };
+  register_quelmo_rc();
+  for (const auto& r : rows) {
+    loading_pace = {r.long_load, 16};  // 48 bytes of density: three chunks
+    load(bytes);
+    EXPECT_FALSE(qp::kerror);
+    EXPECT_EQ(headless::dialog_trace(), r.trace) << r.long_load.count() << " s";
+  }
+  loading_pace = {};
 }
 
 // Any five bytes of version; npeaks 0 ends the file at the density and keeps

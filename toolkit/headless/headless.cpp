@@ -33,9 +33,11 @@ class scripted_backend final : public toolkit_backend {
   std::deque<bool> print_options;
   std::vector<shown_file> edited;
   std::map<int, recording_canvas> boxes;  // colour boxes of the dialogs shown, by field
+  std::vector<std::string> trace;         // see dialog_trace()
 
   // A shown dialog's colour boxes become drawing targets, one pixel a dialog unit.
   void show_dialog(int dialog, bool visible) override {
+    trace.push_back((visible ? "show " : "hide ") + std::to_string(dialog));
     const loaded_dialog_type* d = yyfind_dialog(dialog);
     if (d == nullptr || !visible) return;
     for (const field_state_type& f : d->fields) {
@@ -45,7 +47,15 @@ class scripted_backend final : public toolkit_backend {
     }
   }
 
+  void show_field(int dialog, int field) override {
+    loaded_dialog_type* d = yyfind_dialog(dialog);
+    const field_state_type* f = d ? yyfind_field(*d, field) : nullptr;
+    if (f && f->resource.kind == field_progress)
+      trace.push_back(std::to_string(dialog) + " " + std::to_string(field) + " " + std::to_string(f->value));
+  }
+
   void unload_dialog(int dialog) override {
+    trace.push_back("unload " + std::to_string(dialog));
     const loaded_dialog_type* d = yyfind_dialog(dialog);
     if (d == nullptr) return;
     for (const field_state_type& f : d->fields) {
@@ -152,6 +162,7 @@ void install() {
   face.colours.clear();
   face.print_options.clear();
   face.edited.clear();
+  face.trace.clear();
   face.files.clear();
   face.answers.clear();
   face.shown.clear();
@@ -204,6 +215,8 @@ void click_field(int dialog, int field) {
   queue_action(dialog, field, [=] { return yyuser_mouse_on_field(dialog, field, 1); });
 }
 const std::vector<std::string>& refused() { return face.refusals; }
+
+const std::vector<std::string>& dialog_trace() { return face.trace; }
 
 recording_canvas* field_canvas(int field) {
   const auto it = face.boxes.find(field);

@@ -60,6 +60,11 @@ recording_canvas* field_canvas(int field);
 // Actions refused, as "dialog field", oldest first.
 const std::vector<std::string>& refused();
 
+// The dialogs' comings and goings, in order: "show D" when dialog D came on
+// the screen, "D F V" when its progress bar F was set to V, "hide D" and
+// "unload D" when it left.
+const std::vector<std::string>& dialog_trace();
+
 // Answers of the next directory and colour selectors and print-options
 // dialogs; without one queued they are cancelled.
 void answer_directory(const std::string& name);

@@ -2,6 +2,7 @@
 
 #include <Xm/Xm.h>
 
+#include "toolkit/dialogs/dialog_model.h"
 #include "toolkit/graphics/graphics_area.h"
 #include "toolkit/messages/backend.h"
 #include "toolkit/messages/window.h"
@@ -82,7 +83,14 @@ class x11_backend final : public toolkit_backend {
   }
 
   void show_dialog(int dialog, bool shown) override { x11_dialog_show(dialog, shown); }
-  void show_field(int dialog, int field) override { x11_dialog_field(dialog, field); }
+  // A progress bar moves while the program is busy and reads no events: it
+  // is drawn at once.
+  void show_field(int dialog, int field) override {
+    x11_dialog_field(dialog, field);
+    loaded_dialog_type* d = yyfind_dialog(dialog);
+    const field_state_type* f = d ? yyfind_field(*d, field) : nullptr;
+    if (f && f->resource.kind == field_progress) settle();
+  }
   void unload_dialog(int dialog) override { x11_dialog_unload(dialog); }
 
   void show_caption(const std::string& caption) override { x11_root_caption(caption); }
