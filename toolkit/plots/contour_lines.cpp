@@ -3,6 +3,7 @@
 // per level, whether it still needs attention (the `done` bits), so that no
 // edge is tested twice at one level.
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -37,14 +38,15 @@ struct grid_edge {
   int i = 1, j = 1, dir = 0;
 };
 
-// The `done` bits: one per edge and level. Each node also counts the bits
-// of its two edges still clear, so that the scan passes a finished node with
-// one test instead of one per edge and level.
+// The `done` bits: one per edge and level, the levels of one edge side by
+// side, so that all the levels an edge does not cross are marked at once.
+// Each node also counts the bits of its two edges still clear, so that the
+// scan passes a finished node with one test instead of one per edge and level.
 class edge_bits {
  public:
   edge_bits(int npval1, int npval2, int npset)
-      : npval1_(npval1), npval2_(npval2),
-        words_(static_cast<std::size_t>(2LL * npval1 * npval2 * npset / 32 + 1), 0u),
+      : npval1_(npval1), levels_(npset),
+        words_(static_cast<std::size_t>(2LL * npval1 * npval2 * npset / 64 + 1), 0u),
         clear_(static_cast<std::size_t>(npval1) * static_cast<std::size_t>(npval2)) {
     for (int j = 1; j <= npval2; ++j)
       for (int i = 1; i <= npval1; ++i)
@@ -52,14 +54,22 @@ class edge_bits {
   }
   bool test(const grid_edge& e, int level) const {
     const std::int64_t b = index(e, level);
-    return (words_[b >> 5] >> (b & 31)) & 1u;
+    return (words_[b >> 6] >> (b & 63)) & 1u;
   }
-  void set(const grid_edge& e, int level) {
-    const std::int64_t b = index(e, level);
-    const std::uint32_t mask = 1u << (b & 31);
-    if (words_[b >> 5] & mask) return;
-    words_[b >> 5] |= mask;
-    --clear_[node(e.i, e.j)];
+  void set(const grid_edge& e, int level) { set_range(e, level, level + 1); }
+  // Levels first..end-1.
+  void set_range(const grid_edge& e, int first, int end) {
+    std::int64_t b = index(e, first);
+    const std::int64_t stop = b + (end - first);
+    while (b < stop) {
+      const int from = static_cast<int>(b & 63);
+      const int count = static_cast<int>(std::min<std::int64_t>(64 - from, stop - b));
+      const std::uint64_t mask = (count == 64 ? ~0ull : ((1ull << count) - 1)) << from;
+      std::uint64_t& word = words_[static_cast<std::size_t>(b >> 6)];
+      clear_[node(e.i, e.j)] -= static_cast<std::uint16_t>(std::popcount(mask & ~word));
+      word |= mask;
+      b += count;
+    }
   }
   bool node_finished(int i, int j) const { return clear_[node(i, j)] == 0; }
 
@@ -68,12 +78,10 @@ class edge_bits {
     return static_cast<std::size_t>(j - 1) * static_cast<std::size_t>(npval1_) + static_cast<std::size_t>(i - 1);
   }
   std::int64_t index(const grid_edge& e, int level) const {
-    return 2 * (static_cast<std::int64_t>(npval1_) * (static_cast<std::int64_t>(npval2_) * (level - 1) + (e.j - 1)) +
-                (e.i - 1)) +
-           e.dir;
+    return (2 * static_cast<std::int64_t>(node(e.i, e.j)) + e.dir) * levels_ + (level - 1);
   }
-  int npval1_, npval2_;
-  std::vector<std::uint32_t> words_;
+  int npval1_, levels_;
+  std::vector<std::uint64_t> words_;
   std::vector<std::uint16_t> clear_;
 };
 
@@ -83,7 +91,19 @@ class line_follower {
   line_follower(const contour_grid& grid, const std::vector<float>& levels, int first, int last,
                 contour_label_gaps& gaps)
       : grid_(grid), levels_(levels), first_(first), last_(last),
-        done_(ipgstate.npval1, ipgstate.npval2, last - first + 1), gaps_(gaps) {}
+        done_(ipgstate.npval1, ipgstate.npval2, last - first + 1), gaps_(gaps) {
+    // The sides of every edge, found once: the scan meets each edge again
+    // after every line it traces.
+    status_.resize(2 * static_cast<std::size_t>(n1()) * static_cast<std::size_t>(n2()), no_start);
+    for (int j = 1; j <= n2(); ++j)
+      for (int i = 1; i <= n1(); ++i)
+        for (int dir = 0; dir <= 1; ++dir) {
+          if ((dir == 0 && i >= n1()) || (dir == 1 && j >= n2())) continue;
+          const grid_edge e{i, j, dir};
+          const bool ends = grid_.present(i, j) && grid_.present(i + 1 - dir, j + dir);
+          status_[edge_slot(e)] = static_cast<std::uint8_t>(side_status(e) | (ends ? 0 : no_start));
+        }
+  }
 
   void run() {
     spiral_scan scan(n1(), n2());
@@ -135,23 +155,40 @@ class line_follower {
     return std::min(a, b) < level && level <= std::max(a, b);
   }
 
+  std::size_t edge_slot(const grid_edge& e) const {
+    return 2 * (static_cast<std::size_t>(e.j - 1) * static_cast<std::size_t>(n1()) + static_cast<std::size_t>(e.i - 1)) +
+           static_cast<std::size_t>(e.dir);
+  }
+  // side_status of an edge that exists.
+  int sides(const grid_edge& e) const { return status_[edge_slot(e)] & 3; }
+
+  // The levels first_..last_ an edge from a to b crosses: [lo, hi). The
+  // levels ascend, so they are those above min(a, b) up to max(a, b).
+  void crossing_levels(float a, float b, int& lo, int& hi) const {
+    const auto from = levels_.begin() + (first_ - 1), to = levels_.begin() + last_;
+    lo = static_cast<int>(std::upper_bound(from, to, std::min(a, b)) - levels_.begin()) + 1;
+    hi = static_cast<int>(std::upper_bound(from, to, std::max(a, b)) - levels_.begin()) + 1;
+  }
+
   // Tries the two edges that start at a node; true when a line was traced.
+  // The levels the edge does not cross are marked done, and the first
+  // crossed one not yet done is traced.
   bool start_lines_at(int i, int j, int pass) {
     if (done_.node_finished(i, j)) return false;
     for (int dir = 0; dir <= 1; ++dir) {
       const grid_edge e{i, j, dir};
-      if ((dir == 0 && i >= n1()) || (dir == 1 && j >= n2())) continue;
-      if (!grid_.present(i, j) || !grid_.present(i + 1 - dir, j + dir)) continue;
-      const int s = side_status(e);
-      if (s == 3 || s + pass == 0) continue;
+      const int status = status_[edge_slot(e)];
+      const int s = status & 3;
+      if ((status & no_start) || s == 3 || s + pass == 0) continue;
       const float a = value(i, j), b = far_value(e);
-      for (int L = first_; L <= last_; ++L) {
+      int lo = 0, hi = 0;
+      crossing_levels(a, b, lo, hi);
+      done_.set_range(e, 1, lo - first_ + 1);
+      done_.set_range(e, hi - first_ + 1, last_ - first_ + 2);
+      for (int L = lo; L < hi; ++L) {
         if (done(e, L)) continue;
-        if (crosses(a, b, levels_[L - 1])) {
-          trace(e, s, L, (levels_[L - 1] - a) / (b - a));
-          return true;
-        }
-        mark(e, L);
+        trace(e, s, L, (levels_[L - 1] - a) / (b - a));
+        return true;
       }
     }
     return false;
@@ -258,7 +295,7 @@ class line_follower {
       if (done(e, L))
         state = 4;
       else
-        state = side_status(e) != 0 ? 3 : 2;
+        state = sides(e) != 0 ? 3 : 2;
       entry = (exit + 2) % 4;
       ci += exit == 3 ? 1 : exit == 1 ? -1 : 0;
       cj += exit == 2 ? 1 : exit == 0 ? -1 : 0;
@@ -271,6 +308,10 @@ class line_follower {
   const std::vector<float>& levels_;
   int first_, last_;
   edge_bits done_;
+  // Per edge: side_status, plus no_start when the edge is not there or an
+  // end of it is missing, so that no line starts on it.
+  static constexpr std::uint8_t no_start = 4;
+  std::vector<std::uint8_t> status_;
   contour_label_gaps& gaps_;
   std::vector<float> xpoly_, ypoly_;
   grid_edge end_;
