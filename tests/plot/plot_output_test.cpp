@@ -83,9 +83,7 @@ TEST_F(PlotOutput, TextTableOfTheSection) {
   qp::codefil = "nacl";
   headless::answer_file(scratch.file("layer.x"));
   run_command(cmd::text_map);
-  ASSERT_EQ(headless::selectors().size(), 1u);
-  EXPECT_EQ(headless::selectors()[0].start_name, "nacl.asc");
-  EXPECT_EQ(headless::selectors()[0].filter, "Fourier Graphic File|*.asc|");
+  EXPECT_EQ(headless::selectors().at(0).start_name, "nacl.asc");
   const std::string text = file_text(scratch.file("layer.asc"));
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2 + 49 * 49);
 }

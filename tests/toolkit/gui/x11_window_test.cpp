@@ -24,6 +24,7 @@
 #include "toolkit/dialogs/wgrid.h"
 #include "toolkit/graphics/graphics.h"
 #include "toolkit/graphics/graphics_area.h"
+#include "toolkit/graphics/recording_canvas.h"
 #include "toolkit/messages/child_window.h"
 #include "toolkit/messages/wmessage.h"
 #include "toolkit/plots/contour.h"
@@ -364,26 +365,8 @@ TEST_F(X11Drawing, FillsAndLinesBecomePixels) {
   }
 }
 
-// An X pixmap drawn on the plain way: every box through fill_polygon, and
-// no box left out as unseen, as the canvas interface does by default.
-class plain_pixmap : public canvas {
- public:
-  explicit plain_pixmap(std::unique_ptr<x11_canvas> p) : p_(std::move(p)) {}
-  int width() const override { return p_->width(); }
-  int height() const override { return p_->height(); }
-  void clear(int l, int t, int w, int h, canvas_colour c) override { p_->clear(l, t, w, h, c); }
-  void polyline(std::span<const pixel_point> s, const canvas_pen& pen) override { p_->polyline(s, pen); }
-  void fill_polygon(std::span<const pixel_point> s, const canvas_fill& f) override { p_->fill_polygon(s, f); }
-  void circle(pixel_point c, float r, const canvas_pen* pen, const canvas_fill* f) override { p_->circle(c, r, pen, f); }
-  void text(pixel_point a, std::string_view s, const canvas_text_style& st) override { p_->text(a, s, st); }
-  float text_width(std::string_view s, const canvas_text_style& st) const override { return p_->text_width(s, st); }
-  std::unique_ptr<canvas> copy_area(int l, int t, int w, int h) const override { return p_->copy_area(l, t, w, h); }
-  void put_bitmap(const canvas& b, int handle, int l, int t) override { p_->put_bitmap(b, handle, l, t); }
-  std::unique_ptr<x11_canvas> p_;
-};
-
-std::vector<unsigned long> pixels_of(Drawable d) {
-  XImage* image = XGetImage(x11_display(), d, 0, 0, 200, 100, AllPlanes, ZPixmap);
+std::vector<unsigned long> pixels_of(const x11_canvas& c) {
+  XImage* image = XGetImage(x11_display(), c.drawable(), 0, 0, 200, 100, AllPlanes, ZPixmap);
   std::vector<unsigned long> all;
   for (int y = 0; y < 100; ++y)
     for (int x = 0; x < 200; ++x) all.push_back(XGetPixel(image, x, y));
@@ -391,41 +374,39 @@ std::vector<unsigned long> pixels_of(Drawable d) {
   return all;
 }
 
-// The quick ways give the pixels of the plain one: overlapping boxes of five
-// colours with corners on and off half pixels, reversed, reaching out of the
-// pixmap or rounding to nothing (once with a hatched box among them), and a
-// filled contour picture whose cells are smaller than a pixel.
+// The quick ways give the pixels of box after box through fill_polygon:
+// overlapping boxes of five colours with corners on and off half pixels,
+// reversed, reaching out of the pixmap or rounding to nothing (once with a
+// hatched box among them), and a filled contour picture whose cells are
+// smaller than a pixel, against its recording drawn polygon by polygon.
 TEST_F(X11Drawing, BoxesInOneBatchAndFilledContoursPaintAsBoxAfterBox) {
   std::mt19937 random(7);
   std::uniform_real_distribution<float> corner(-20, 220), size(-30, 60);
-  const auto half_pixel = [&] { return std::round(corner(random)) + 0.5f; };
   for (const int hatched : {-1, 30}) {
     std::vector<canvas_box> boxes;
     for (int k = 0; k < 400; ++k) {
-      const float x = k % 3 ? corner(random) : half_pixel(), y = k % 3 ? corner(random) / 2 : half_pixel() / 2;
-      canvas_box b{x, y, x + size(random), y + size(random) / 2, {}};
-      b.fill.colour = {-1, 0x3f << (k % 5 * 4)};
-      b.fill.style = k == hatched ? 1 : 4;
-      boxes.push_back(b);
+      const float x = k % 3 ? corner(random) : std::round(corner(random)) + 0.5f, y = x / 2 - 5;
+      boxes.push_back({x, y, x + size(random), y + size(random) / 2, {{-1, 0x3f << (k % 5 * 4)}, k == hatched ? 1 : 4}});
     }
-    plain_pixmap plain(x11_canvas::pixmap(x11_display(), surface->drawable(), 200, 100));
-    plain.fill_boxes(boxes);
+    const auto plain = x11_canvas::pixmap(x11_display(), surface->drawable(), 200, 100);
+    plain->canvas::fill_boxes(boxes);
     surface->clear(0, 0, 200, 100, {-1, 0});
     surface->fill_boxes(boxes);
-    EXPECT_EQ(pixels_of(surface->drawable()), pixels_of(plain.p_->drawable())) << "hatched box " << hatched;
+    EXPECT_EQ(pixels_of(*surface), pixels_of(*plain)) << "hatched box " << hatched;
   }
-  plain_pixmap plain(x11_canvas::pixmap(x11_display(), surface->drawable(), 200, 100));
   surface->clear(0, 0, 200, 100, {-1, 0});
-  const std::vector<float> z = peaks_field(257), levels{-0.3f, -0.1f, 0.05f, 0.2f, 0.35f, 0.5f, 0.65f, 0.8f};
-  for (canvas* target : std::initializer_list<canvas*>{surface.get(), &plain}) {
+  recording_canvas recorded{200, 100};
+  for (canvas* target : std::initializer_list<canvas*>{surface.get(), &recorded}) {
     attach_target(igr_window, 0, target);
-    igrselect(igr_window, 0);
     const int nvals[2] = {257, 257};
     ipgnewplot2(8, 9, nvals, 8);
     for (int L = 1; L <= 9; ++L) ipgstyle(L, 4, 3, 3, 196 + L, 196 + L);
-    ipgconfill2(z, 257, 257, levels);
+    ipgconfill2(peaks_field(257), 257, 257, std::vector<float>{-0.3f, -0.1f, 0.05f, 0.2f, 0.35f, 0.5f, 0.65f, 0.8f});
   }
-  EXPECT_EQ(pixels_of(surface->drawable()), pixels_of(plain.p_->drawable())) << "filled contours";
+  const auto plain = x11_canvas::pixmap(x11_display(), surface->drawable(), 200, 100);
+  for (const recorded_primitive& p : recorded.primitives()) 
+    plain->fill_polygon(std::span<const pixel_point>(p.points.begin(), p.points.end()), p.fill);
+  EXPECT_EQ(pixels_of(*surface), pixels_of(*plain)) << "filled contours";
 }
 
 }  // namespace
