@@ -1,5 +1,5 @@
-// A clean start for the shell's tests: the headless face, a fresh toolkit, no
-// stand-in calls, a scratch directory (made current) holding a copy of the
+// A clean start for the shell's tests: the headless face, a fresh toolkit, a
+// scratch directory (made current) holding a copy of the
 // example map, a scratch home (HOME set to it, KELDRANE and QUELMORA
 // blank) so that no test reads or writes the user's settings, and a search
 // path whose first folder is the scratch bin/, so that the program runs the
