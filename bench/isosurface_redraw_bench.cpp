@@ -15,6 +15,7 @@
 #include "plot/isosurface_view.h"
 #include "state/quelmora_parametros.h"
 #include "toolkit/graphics/graphics.h"
+#include "toolkit/graphics/recording_canvas.h"
 #include "toolkit/headless/headless.h"
 #include "toolkit/x11/x11_canvas.h"
 
@@ -54,11 +55,12 @@ void BM_draw_isosurface_headless(benchmark::State& state) {
   attach_target(igr_window, 0, &headless::root_canvas());
   enter_view();
   for (auto _ : state) {
-    // A recording keeps every primitive: start each picture from an empty one.
+    // A recording keeps every primitive: start each picture from an empty
+    // one, in the memory of the last, as a pixmap is drawn over.
     state.PauseTiming();
     headless::root_canvas().forget();
-    wbitmapdestroy(qp::ibmp1);
-    wbitmapget(qp::ibmp1, 0);
+    igrselect(igr_bitmap, qp::ibmp1);
+    dynamic_cast<recording_canvas&>(*current_canvas()).forget();
     state.ResumeTiming();
     draw_isosurface();
   }

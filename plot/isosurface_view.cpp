@@ -151,14 +151,13 @@ void draw_primitive(const primitive_shape& s, const float* r) {
   for (std::int32_t p = 0; p < s.polygons; ++p) {
     const float* v = r + 4 * s.first[p];
     for (std::int32_t c = 0; c < s.corners[p]; ++c) x[c] = v[4 * c], y[c] = v[4 * c + 1];
-    igrpolygonsimple(x, y, s.corners[p]);
+    igrpolygonqueue(x, y, s.corners[p]);
   }
   if (s.line_to < 0) return;
   // An outline ends where it began: the line starts at the last polygon's
   // first corner, and so closes the edge the table leaves open.
   const float* from = r + 4 * s.first[s.polygons - 1];
-  igrmoveto(from[0], from[1]);
-  igrlineto(r[4 * s.line_to], r[4 * s.line_to + 1]);
+  igrjoinqueue(from[0], from[1], r[4 * s.line_to], r[4 * s.line_to + 1]);
 }
 
 void draw_mesh(std::size_t n) {
@@ -182,6 +181,7 @@ void draw_mesh(std::size_t n) {
     draw_primitive(shapes[t - 1], r);
     k += count;
   }
+  igrwiresflush();
 }
 
 void mouse_messages(std::int32_t state) {

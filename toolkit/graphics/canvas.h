@@ -3,6 +3,7 @@
 // know whether a window pixmap, a recording, a file or a printer is behind it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -69,6 +70,17 @@ class canvas {
   virtual void clear(int left, int top, int w, int h, canvas_colour colour) = 0;
   // An open line through the points; a closed one repeats its first point.
   virtual void polyline(std::span<const pixel_point> points, const canvas_pen& pen) = 0;
+  // Lines of one pen, in order: line k runs through the points from ends[k - 1]
+  // (0 for the first) up to ends[k]. A canvas may draw them in fewer steps
+  // where the result is the same.
+  virtual void polylines(std::span<const pixel_point> points, std::span<const std::uint32_t> ends,
+                         const canvas_pen& pen) {
+    std::size_t from = 0;
+    for (const std::uint32_t end : ends) {
+      polyline(points.subspan(from, end - from), pen);
+      from = end;
+    }
+  }
   // The inside of a polygon by the even-odd rule, so self-crossing ones work.
   virtual void fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) = 0;
   // A circle filled when fill is given, outlined when pen is given.

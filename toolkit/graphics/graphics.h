@@ -1,5 +1,5 @@
 // The drawing layer in one include: state, targets, area and units, colours,
-// lines, shapes and text.
+// lines, shapes, wires and text.
 #pragma once
 
 #include "toolkit/graphics/canvas.h"
@@ -10,3 +10,4 @@
 #include "toolkit/graphics/graphics_state.h"
 #include "toolkit/graphics/graphics_targets.h"
 #include "toolkit/graphics/graphics_text.h"
+#include "toolkit/graphics/graphics_wires.h"

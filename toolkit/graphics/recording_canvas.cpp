@@ -17,10 +17,10 @@ void recording_canvas::resize(int w, int h) {
 // fresh canvas would fault in 4 kB at a time, which costs more than drawing
 // them. The record grows by doubling into a new block whose whole pages are
 // given to the kernel for huge pages before anything is written into it.
-void recording_canvas::make_room() {
-  if (primitives_.size() < primitives_.capacity()) return;
+void recording_canvas::make_room(std::size_t more) {
+  if (primitives_.capacity() - primitives_.size() >= more) return;
   std::vector<recorded_primitive> larger;
-  larger.reserve(std::max<std::size_t>(2 * primitives_.capacity(), 64));
+  larger.reserve(std::max<std::size_t>({2 * primitives_.capacity(), primitives_.size() + more, 64}));
   constexpr std::uintptr_t page = 4096;
   const auto first = (reinterpret_cast<std::uintptr_t>(larger.data()) + page - 1) / page * page;
   const auto last = (reinterpret_cast<std::uintptr_t>(larger.data() + larger.capacity())) / page * page;
@@ -31,7 +31,7 @@ void recording_canvas::make_room() {
 
 recorded_primitive& recording_canvas::record(recorded_kind kind, std::span<const pixel_point> points,
                                              canvas_colour colour) {
-  make_room();
+  make_room(1);
   recorded_primitive& p = primitives_.emplace_back();
   p.kind = kind;
   p.points.assign(points.data(), points.data() + points.size());
@@ -47,6 +47,12 @@ void recording_canvas::clear(int left, int top, int w, int h, canvas_colour colo
   p.colour = colour;
   p.fill.colour = colour;
   primitives_.push_back(std::move(p));
+}
+
+void recording_canvas::polylines(std::span<const pixel_point> points, std::span<const std::uint32_t> ends,
+                                 const canvas_pen& pen) {
+  make_room(ends.size());
+  canvas::polylines(points, ends, pen);
 }
 
 void recording_canvas::polyline(std::span<const pixel_point> points, const canvas_pen& pen) {
@@ -109,6 +115,7 @@ void recording_canvas::put_bitmap(const canvas& bitmap, int handle, int left, in
   primitives_.push_back(std::move(p));
   const auto* recorded = dynamic_cast<const recording_canvas*>(&bitmap);
   if (!recorded) return;
+  make_room(recorded->primitives().size());
   for (recorded_primitive q : recorded->primitives()) {
     for (auto& pt : q.points) {
       pt.x += static_cast<float>(left);

@@ -13,9 +13,10 @@
 
 enum class recorded_kind { clear, polyline, polygon, circle, text, bitmap };
 
-// The points of a primitive. Up to four (a filled box, a clear, a circle's
-// centre, a text's anchor: nearly every primitive of a picture) are kept in
-// the record itself, so that recording them allocates nothing.
+// The points of a primitive. Up to five (a filled box, an outlined triangle
+// or quadrilateral, a clear, a circle's centre, a text's anchor: nearly every
+// primitive of a picture) are kept in the record itself, so that recording
+// them allocates nothing.
 class recorded_points {
  public:
   recorded_points() = default;
@@ -41,7 +42,7 @@ class recorded_points {
 
  private:
   std::size_t size_ = 0;
-  std::array<pixel_point, 4> held_{};
+  std::array<pixel_point, 5> held_{};
   std::vector<pixel_point> more_;
 };
 
@@ -67,6 +68,8 @@ class recording_canvas : public canvas {
   int height() const override { return height_; }
   void clear(int left, int top, int w, int h, canvas_colour colour) override;
   void polyline(std::span<const pixel_point> points, const canvas_pen& pen) override;
+  void polylines(std::span<const pixel_point> points, std::span<const std::uint32_t> ends,
+                 const canvas_pen& pen) override;
   void fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) override;
   void circle(pixel_point centre, float radius, const canvas_pen* pen,
               const canvas_fill* fill) override;
@@ -83,7 +86,8 @@ class recording_canvas : public canvas {
   void forget() { primitives_.clear(); }
 
  private:
-  void make_room();
+  // Room for this many more primitives.
+  void make_room(std::size_t more);
   recorded_primitive& record(recorded_kind kind, std::span<const pixel_point> points, canvas_colour colour);
 
   int width_;

@@ -245,6 +245,34 @@ void x11_canvas::polyline(std::span<const pixel_point> points, const canvas_pen&
   XDrawLines(display_, drawable_, gc_, xp.data(), static_cast<int>(xp.size()), CoordModeOrigin);
 }
 
+// Thin solid lines are sent as their pieces, all in one request, which the
+// server draws to the same pixels as line by line. A piece of no length is
+// left out: within a line its pixel is the end of the next or last piece,
+// and a line all in one pixel draws nothing. Dashes run on from one piece of
+// a line to the next and wide lines are joined at the corners, so those are
+// drawn line by line.
+void x11_canvas::polylines(std::span<const pixel_point> points, std::span<const std::uint32_t> ends,
+                           const canvas_pen& pen) {
+  if ((pen.type > 0 && pen.type <= 3) || pen.width > 1) {
+    canvas::polylines(points, ends, pen);
+    return;
+  }
+  segments_.clear();
+  std::size_t from = 0;
+  for (const std::uint32_t end : ends) {
+    XPoint last{};
+    for (std::size_t k = from; k < end; ++k) {
+      const XPoint p{to_short(points[k].x), to_short(points[k].y)};
+      if (k > from && (p.x != last.x || p.y != last.y)) segments_.push_back({last.x, last.y, p.x, p.y});
+      last = p;
+    }
+    from = end;
+  }
+  if (segments_.empty()) return;
+  use_pen(pen);
+  XDrawSegments(display_, drawable_, gc_, segments_.data(), static_cast<int>(segments_.size()));
+}
+
 void x11_canvas::fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) {
   if (points.size() < 3) return;
   use_fill(fill);

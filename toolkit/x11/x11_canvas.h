@@ -33,6 +33,8 @@ class x11_canvas : public canvas {
   int height() const override { return height_; }
   void clear(int left, int top, int w, int h, canvas_colour colour) override;
   void polyline(std::span<const pixel_point> points, const canvas_pen& pen) override;
+  void polylines(std::span<const pixel_point> points, std::span<const std::uint32_t> ends,
+                 const canvas_pen& pen) override;
   void fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) override;
   void fill_boxes(std::span<const canvas_box> boxes) override;
   bool box_shows_nothing(pixel_point a, pixel_point b) const override;
@@ -58,6 +60,7 @@ class x11_canvas : public canvas {
   GC gc_;
   XftDraw* xft_ = nullptr;
   std::map<int, Pixmap> stipples_;
-  std::vector<std::uint16_t> painting_;  // colour indices of the boxes of fill_boxes
+  std::vector<std::uint16_t> painting_;
+  std::vector<XSegment> segments_;  // the pieces of the lines of polylines  // colour indices of the boxes of fill_boxes
   mutable std::map<std::tuple<int, int, int>, XftFont*> fonts_;
 };
