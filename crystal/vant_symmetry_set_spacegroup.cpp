@@ -2,6 +2,9 @@
 #include <algorithm>
 #include <cctype>
 #include <map>
+#include <optional>
+#include <string_view>
+#include <utility>
 
 #include "crystal/fixed_text.h"
 #include "crystal/vant_crystallographic_symmetry.h"
@@ -227,6 +230,280 @@ void lower_symbol(std::string& s) {
   for (std::size_t k = 1; k < end; ++k) s[k] = static_cast<char>(std::tolower(static_cast<unsigned char>(s[k])));
 }
 
+// How a call builds its group: by a Hall symbol, a Hermann-Mauguin symbol,
+// the generators listed for a number, or the operators it is given (made into
+// a group, or taken as the reduced list of a group).
+enum class route { hall, hm, itc, generators, fixed_list };
+
+// The route picked, the table row it names (0 for none) and the text its
+// builder reads: a Hall symbol, a symbol or a number.
+struct pick_type {
+  route way = route::hall;
+  std::int32_t row = 0;
+  std::string text;
+};
+
+// A number's text before a ":" and the origin choice after it (0 when none
+// is read).
+struct numbered_text {
+  std::string head;
+  std::int32_t origin = 0;
+};
+
+numbered_text split_origin(const std::string& text) {
+  const auto colon = text.find(':');
+  numbered_text n{text.substr(0, colon)};
+  if (colon != std::string::npos && !read_integer(text.substr(colon + 1), n.origin)) n.origin = 0;
+  return n;
+}
+
+// The route a mode names by its first three letters.
+std::optional<route> route_of_mode(const std::string& mode) {
+  static constexpr std::pair<std::string_view, route> modes[] = {
+      {"HAL", route::hall},       {"HMS", route::hm},         {"ITC", route::itc},
+      {"GEN", route::generators}, {"FIX", route::fixed_list}};
+  const std::string key = u_case(left_adjusted(mode)).substr(0, 3);
+  for (const auto& [name, way] : modes) {
+    if (name == key) return way;
+  }
+  return std::nullopt;
+}
+
+// The route a mode forces, with the row the text names that way. A number
+// (with an origin choice) goes by its row's generators; a text that is no
+// number, by its symbol's.
+std::optional<pick_type> pick_by_mode(const std::string& mode, const std::string& spgm) {
+  const std::optional<route> way = route_of_mode(mode);
+  if (!way) {
+    fail(" Problems in SpaceGroup");
+    return std::nullopt;
+  }
+  pick_type p{*way, 0, spgm};
+  if (p.way == route::hall) {
+    p.row = row_by_hall(spgm);
+  } else if (p.way == route::hm) {
+    p.row = row_by_hm(spgm);
+  } else if (p.way == route::itc) {
+    const numbered_text n = split_origin(spgm);
+    std::int32_t number = 0;
+    if (!read_integer(n.head, number)) {
+      p.row = row_by_hm(spgm);
+    } else if (number < 1 || number > 230) {
+      fail(" The number of the space group should be in the interval [1,230]");
+      return std::nullopt;
+    } else {
+      p.row = origin_row(first_row_of_number(number), n.origin);
+      p.text = n.head;
+    }
+  }
+  return p;
+}
+
+// The route a text takes by itself: a number goes by its row's Hall symbol,
+// a symbol of the table by the symbol (or its Hall symbol when forced or
+// when the row goes by Hall symbol only), a Hall symbol of the table by
+// itself; anything else is a list of operators when one is given, else a
+// Hall symbol.
+std::optional<pick_type> pick_by_text(const std::string& spgm, bool has_list, bool force_hall) {
+  const numbered_text n = split_origin(spgm);
+  std::array<float, 10> values{};
+  std::array<std::int32_t, 10> integers{};
+  std::int32_t found = 0;
+  getnum(n.head, values, integers, found);
+  if (found == 1) {
+    if (integers[0] < 1 || integers[0] > 230) {
+      fail(" Number of Space Group out of limits");
+      return std::nullopt;
+    }
+    const std::int32_t row = origin_row(first_row_of_number(integers[0]), n.origin);
+    return pick_type{route::hall, row, row > 0 ? u_case(table_row(row).hall) : spgm};
+  }
+  if (const std::int32_t row = row_by_hm(spgm)) {
+    const bool hall_only =
+        std::find(std::begin(hall_only_rows), std::end(hall_only_rows), row) != std::end(hall_only_rows);
+    if (force_hall || hall_only) return pick_type{route::hall, row, u_case(table_row(row).hall)};
+    return pick_type{route::hm, row, spgm};
+  }
+  const std::int32_t row = row_by_hall(spgm);
+  return pick_type{row == 0 && has_list ? route::generators : route::hall, row, spgm};
+}
+
+// The operators of a list, made into a group or taken as a reduced list.
+const char* build_from_list(const pick_type& p, const std::vector<std::string>* gen, const std::int32_t* ngen,
+                            symmetry_build_type& built) {
+  const bool fixed = p.way == route::fixed_list;
+  if (!gen || !ngen) {
+    fail(fixed ? " Generators should be provided if FIX option is Used"
+               : " Generators should be provided in GEN calling Set_SpaceGroup");
+    return nullptr;
+  }
+  const std::size_t count = std::min({static_cast<std::size_t>(std::max(*ngen, 0)), gen->size(), max_list});
+  if (!fixed) {
+    for (std::size_t k = 0; k < count; ++k) {
+      bool ok = true;
+      check_generator((*gen)[k], ok);
+      if (!ok) return nullptr;
+    }
+  }
+  std::vector<mat3i> ss;
+  std::vector<vec3f> ts;
+  if (!read_operators(*gen, count, ss, ts)) return nullptr;
+  if (fixed) {
+    get_so_from_fix(ss, ts, static_cast<std::int32_t>(count), p.text, built);
+    return "Fixed symmetry operators (no info)";
+  }
+  get_so_from_gener(ss, ts, static_cast<std::int32_t>(count), p.text.substr(0, std::min<std::size_t>(p.text.size(), 1)),
+                    built);
+  return "Non-Conventional (user-given operators)";
+}
+
+// The generators the table lists for a number or symbol.
+const char* build_from_itc(const pick_type& p, symmetry_build_type& built) {
+  std::string gener;
+  get_generators(p.text, gener);
+  if (err_symtab) {
+    fail(" Problems in SpaceGroup: " + std::string(fixed_text::trimmed(p.text)) +
+         " => the HM symbol or the number is incorrect ");
+    return nullptr;
+  }
+  const std::vector<std::string> pieces = split_generators(fixed_text::assigned(gener, 130));
+  std::vector<mat3i> ss;
+  std::vector<vec3f> ts;
+  if (!read_operators(pieces, pieces.size(), ss, ts)) return nullptr;
+  if (p.row > 0 && fixed_text::trimmed(table_row(p.row).hm).ends_with(":1")) move_to_first_origin(ss, ts, p.row);
+  get_so_from_gener(ss, ts, static_cast<std::int32_t>(pieces.size()),
+                    p.row > 0 ? table_row(p.row).hm.substr(0, 1) : std::string(), built);
+  return "Generated from explicit IT generators";
+}
+
+// Builds the operators by the picked route. Gives the record's setting text,
+// or nullptr when the call stops here with its message set; a builder that
+// fails on the group itself leaves its message and gives the text.
+const char* build_by_route(const pick_type& p, const std::string& spacegen, const std::vector<std::string>* gen,
+                           const std::int32_t* ngen, symmetry_build_type& built) {
+  switch (p.way) {
+    case route::generators:
+    case route::fixed_list:
+      return build_from_list(p, gen, ngen, built);
+    case route::itc:
+      return build_from_itc(p, built);
+    case route::hm:
+      // A symbol given with a setting (":2", ":H") goes by its row's Hall
+      // symbol; the parser reads symbols without one.
+      if (spacegen.find(':') == std::string::npos || p.row <= 0) {
+        const std::string given = left_adjusted(spacegen);
+        get_so_from_hms(given.substr(0, given.find(':')), built);
+        return "IT (Generated from Hermann-Mauguin symbol)";
+      }
+      get_so_from_hall(u_case(table_row(p.row).hall), built);
+      return "Generated from Hall symbol";
+    case route::hall:
+      break;
+  }
+  get_so_from_hall(p.text, built);
+  return "Generated from Hall symbol";
+}
+
+// Texts from the table row, or what the route knows without one.
+void name_record(space_group_type& g, const pick_type& p, const std::string& spacegen) {
+  if (p.row > 0) {
+    complete_from_row(g, p.row);
+  } else if (p.way == route::hall) {
+    g.hall = fixed_text::assigned(p.text, 16);
+  } else if (p.way == route::hm || p.way == route::itc) {
+    g.spg_symb = fixed_text::assigned(left_adjusted(spacegen), 20);
+  } else {
+    g.spg_symb = "unknown";
+    g.hall = "unknown";
+    if (p.way == route::fixed_list) {
+      g.info = "Fixed";
+      g.laue.clear();
+    }
+  }
+}
+
+// Lattice and centre from the builder, as far as it came: a builder that
+// fails leaves them for the caller to see beside its message.
+void take_lattice_and_centre(space_group_type& g, const symmetry_build_type& built) {
+  if (built.crystal_code >= 1 && built.crystal_code <= 7) {
+    g.crystalsys = sys_cry[static_cast<std::size_t>(built.crystal_code - 1)];
+  }
+  if (!lat_ch.empty()) {
+    g.spg_lat = lat_ch;
+    g.num_lat = nlat;
+    g.latt_trans.assign(ltr.begin(), ltr.begin() + std::clamp(nlat, 1, 192));
+    if (inlat >= 1 && inlat <= 7) g.bravais = latt[static_cast<std::size_t>(inlat - 1)];
+  }
+  g.spg_latsy = built.latsy;
+  g.centred = built.centring_code;
+  g.centre = centro[static_cast<std::size_t>(std::clamp(built.centring_code, 0, 2))];
+  g.centre_coord = built.co;
+}
+
+// Operators from the builder, with their texts. A fixed list holds the
+// reduced operators, whose inversion partners and centring copies are added.
+void take_operators(space_group_type& g, const symmetry_build_type& built, bool fixed) {
+  g.num_ops = built.num_ops;
+  const std::size_t listed = fixed ? static_cast<std::size_t>(built.num_ops) : built.ss.size();
+  for (std::size_t k = 1; k < static_cast<std::size_t>(built.num_ops) && k < built.ss.size(); ++k) {
+    const mat3i& r = built.ss[k];
+    if (std::abs(r[0][0]) + std::abs(r[1][0]) + std::abs(r[2][0]) > 1 ||
+        std::abs(r[0][1]) + std::abs(r[1][1]) + std::abs(r[2][1]) > 1) {
+      g.hexa = true;
+      break;
+    }
+  }
+  hexa = g.hexa;
+
+  g.multip = fixed ? nlat * built.num_ops * (built.centring_code == 1 ? 1 : 2) : static_cast<std::int32_t>(listed);
+  g.sym_op.assign(static_cast<std::size_t>(g.multip), sym_oper_type{});
+  g.sym_op_symb.assign(static_cast<std::size_t>(g.multip), std::string());
+  for (std::size_t k = 0; k < listed && k < g.sym_op.size(); ++k) {
+    g.sym_op[k].rot = built.ss[k];
+    g.sym_op[k].tr = built.ts[k];
+  }
+  if (fixed) expand_fixed_list(g);
+  for (std::size_t k = 0; k < g.sym_op.size(); ++k) {
+    get_symsymbi(g.sym_op[k].rot, g.sym_op[k].tr, g.sym_op_symb[k]);
+    g.sym_op_symb[k] = fixed_text::assigned(g.sym_op_symb[k], 50);
+  }
+}
+
+// Fills the record from what the builder made. A builder's failure is the
+// call's message, with the texts, lattice and centre filled as far as they
+// go. A Hall symbol that can't be written for a group of generators is
+// reported (" Error in generators"); the record is complete all the same.
+void fill_record(space_group_type& g, const pick_type& p, const std::string& spacegen,
+                 const symmetry_build_type& built) {
+  const bool failed_build = err_symm;
+  const std::string build_message = err_symm_mess;
+  name_record(g, p, spacegen);
+  take_lattice_and_centre(g, built);
+  if (failed_build) {
+    err_symm = true;
+    err_symm_mess = build_message;
+    return;
+  }
+  take_operators(g, built, p.way == route::fixed_list);
+  if (p.row <= 0) get_laue_pg(g, g.laue, g.pg);
+  if (g.centred == 0 && g.sym_op_symb.size() > static_cast<std::size_t>(g.num_ops)) {
+    g.centre = fixed_text::assigned(g.centre + "  Gen(-1):" + g.sym_op_symb[static_cast<std::size_t>(g.num_ops)], 80);
+  }
+  init_err_symm();
+  if (p.way == route::generators) get_hallsymb_from_gener(g);
+  const bool unnamed = err_symm;
+  const std::string naming_message = err_symm_mess;
+  if (p.way == route::hm) {
+    g.num_gen = generators_by_number(g.numspg);
+  } else if (p.way == route::itc || p.way == route::hall) {
+    g.num_gen = std::max(built.count, 0);
+  }
+  complete_wyckoff(g);
+  lower_symbol(g.spg_symb);
+  err_symm = unnamed;
+  err_symm_mess = naming_message;
+}
+
 }  // namespace
 
 void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, const std::vector<std::string>* gen,
@@ -239,216 +516,13 @@ void set_spacegroup(const std::string& spacegen, space_group_type& spacegroup, c
   lat_ch.clear();  // no lattice decoded yet: an earlier call's must not pass for this one's
   set_spgr_info();
   set_wyckoff_info();
-  std::string spgm = u_case(fixed_text::assigned(left_adjusted(spacegen), 20));
-  std::string opcion;
-  std::int32_t row = 0;
-  std::int32_t origin = 0;
-
-  const auto colon = spgm.find(':');
-  if (mode) {
-    opcion = u_case(left_adjusted(*mode)).substr(0, 3);
-    if (opcion == "HAL") {
-      row = row_by_hall(spgm);
-    } else if (opcion == "HMS") {
-      row = row_by_hm(spgm);
-    } else if (opcion == "ITC") {
-      std::string number_text = spgm;
-      if (colon != std::string::npos) {
-        if (!read_integer(spgm.substr(colon + 1), origin)) origin = 0;
-        number_text = spgm.substr(0, colon);
-      }
-      std::int32_t number = 0;
-      if (read_integer(number_text, number)) {
-        if (number < 1 || number > 230) {
-          fail(" The number of the space group should be in the interval [1,230]");
-          return;
-        }
-        row = origin_row(first_row_of_number(number), origin);
-        spgm = number_text;
-      } else {
-        row = row_by_hm(spgm);
-      }
-    }
-  } else {
-    if (colon != std::string::npos && !read_integer(spgm.substr(colon + 1), origin)) origin = 0;
-    const std::string head = colon == std::string::npos ? spgm : spgm.substr(0, colon);
-    std::array<float, 10> values{};
-    std::array<std::int32_t, 10> integers{};
-    std::int32_t found = 0;
-    getnum(head, values, integers, found);
-    if (found == 1) {
-      const std::int32_t number = integers[0];
-      if (number < 1 || number > 230) {
-        fail(" Number of Space Group out of limits");
-        return;
-      }
-      row = first_row_of_number(number);
-      if (colon != std::string::npos) {
-        row = origin_row(row, origin);
-      } else if (row > 0 && table_row(row).hm.find(':') != std::string::npos) {
-        ++row;
-      }
-      if (row > 0) spgm = u_case(table_row(row).hall);
-      opcion = "HAL";
-    } else {
-      row = row_by_hm(spgm);
-      if (row > 0) {
-        opcion = "HMS";
-        const bool hall_only = std::find(std::begin(hall_only_rows), std::end(hall_only_rows), row) !=
-                               std::end(hall_only_rows);
-        if (force_hall || hall_only) {
-          opcion = "HAL";
-          spgm = u_case(table_row(row).hall);
-        }
-      } else {
-        row = row_by_hall(spgm);
-        opcion = row > 0 ? "HAL" : (gen ? "GEN" : "HAL");
-      }
-    }
-  }
-
+  const std::string spgm = u_case(fixed_text::assigned(left_adjusted(spacegen), 20));
+  const std::optional<pick_type> picked =
+      mode ? pick_by_mode(*mode, spgm) : pick_by_text(spgm, gen != nullptr, force_hall);
+  if (!picked) return;
   symmetry_build_type built;
-  std::vector<mat3i> ss;
-  std::vector<vec3f> ts;
-  if (opcion == "FIX" || opcion == "GEN") {
-    if (!gen || !ngen) {
-      fail(opcion == "FIX" ? " Generators should be provided if FIX option is Used"
-                           : " Generators should be provided in GEN calling Set_SpaceGroup");
-      return;
-    }
-    const std::size_t count = std::min({static_cast<std::size_t>(std::max(*ngen, 0)), gen->size(), max_list});
-    if (opcion == "GEN") {
-      for (std::size_t k = 0; k < count; ++k) {
-        bool ok = true;
-        check_generator((*gen)[k], ok);
-        if (!ok) return;
-      }
-    }
-    if (!read_operators(*gen, count, ss, ts)) return;
-    if (opcion == "FIX") {
-      get_so_from_fix(ss, ts, static_cast<std::int32_t>(count), spgm, built);
-      spacegroup.sg_setting = "Fixed symmetry operators (no info)";
-    } else {
-      get_so_from_gener(ss, ts, static_cast<std::int32_t>(count), spgm.substr(0, std::min<std::size_t>(spgm.size(), 1)),
-                        built);
-      spacegroup.sg_setting = "Non-Conventional (user-given operators)";
-    }
-  } else if (opcion == "HAL") {
-    get_so_from_hall(spgm, built);
-    spacegroup.sg_setting = "Generated from Hall symbol";
-  } else if (opcion == "HMS") {
-    if (spacegen.find(':') != std::string::npos && row > 0) {
-      spgm = u_case(table_row(row).hall);
-      get_so_from_hall(spgm, built);
-      spacegroup.sg_setting = "Generated from Hall symbol";
-    } else {
-      const std::string given = left_adjusted(spacegen);
-      get_so_from_hms(given.substr(0, given.find(':')), built);
-      spacegroup.sg_setting = "IT (Generated from Hermann-Mauguin symbol)";
-    }
-  } else if (opcion == "ITC") {
-    std::string gener;
-    get_generators(spgm, gener);
-    if (err_symtab) {
-      fail(" Problems in SpaceGroup: " + std::string(fixed_text::trimmed(spgm)) +
-           " => the HM symbol or the number is incorrect ");
-      return;
-    }
-    const std::vector<std::string> pieces = split_generators(fixed_text::assigned(gener, 130));
-    if (!read_operators(pieces, pieces.size(), ss, ts)) return;
-    if (row > 0 && fixed_text::trimmed(table_row(row).hm).ends_with(":1")) move_to_first_origin(ss, ts, row);
-    get_so_from_gener(ss, ts, static_cast<std::int32_t>(pieces.size()),
-                      row > 0 ? table_row(row).hm.substr(0, 1) : std::string(), built);
-    spacegroup.sg_setting = "Generated from explicit IT generators";
-  } else {
-    fail(" Problems in SpaceGroup");
-    return;
-  }
-
-  // Texts from the table row, or what the way knows without one.
-  const bool failed_build = err_symm;
-  const std::string build_message = err_symm_mess;
-  if (row > 0) {
-    complete_from_row(spacegroup, row);
-  } else if (opcion == "HAL") {
-    spacegroup.hall = fixed_text::assigned(spgm, 16);
-  } else if (opcion == "HMS" || opcion == "ITC") {
-    spacegroup.spg_symb = fixed_text::assigned(left_adjusted(spacegen), 20);
-  } else {
-    spacegroup.spg_symb = "unknown";
-    spacegroup.hall = "unknown";
-    if (opcion == "FIX") {
-      spacegroup.info = "Fixed";
-      spacegroup.laue.clear();
-    }
-  }
-  // Lattice and centre from the builder, as far as it came: a builder that
-  // fails leaves them for the caller to see beside its message.
-  if (built.crystal_code >= 1 && built.crystal_code <= 7) {
-    spacegroup.crystalsys = sys_cry[static_cast<std::size_t>(built.crystal_code - 1)];
-  }
-  if (!lat_ch.empty()) {
-    spacegroup.spg_lat = lat_ch;
-    spacegroup.num_lat = nlat;
-    spacegroup.latt_trans.assign(ltr.begin(), ltr.begin() + std::clamp(nlat, 1, 192));
-    if (inlat >= 1 && inlat <= 7) spacegroup.bravais = latt[static_cast<std::size_t>(inlat - 1)];
-  }
-  spacegroup.spg_latsy = built.latsy;
-  spacegroup.centred = built.centring_code;
-  spacegroup.centre = centro[static_cast<std::size_t>(std::clamp(built.centring_code, 0, 2))];
-  spacegroup.centre_coord = built.co;
-  if (failed_build) {
-    err_symm = true;
-    err_symm_mess = build_message;
-    return;
-  }
-
-  // Operators from the builder.
-  spacegroup.num_ops = built.num_ops;
-
-  const std::size_t listed = opcion == "FIX" ? static_cast<std::size_t>(built.num_ops) : built.ss.size();
-  for (std::size_t k = 1; k < static_cast<std::size_t>(built.num_ops) && k < built.ss.size(); ++k) {
-    const mat3i& r = built.ss[k];
-    if (std::abs(r[0][0]) + std::abs(r[1][0]) + std::abs(r[2][0]) > 1 ||
-        std::abs(r[0][1]) + std::abs(r[1][1]) + std::abs(r[2][1]) > 1) {
-      spacegroup.hexa = true;
-      break;
-    }
-  }
-  hexa = spacegroup.hexa;
-
-  spacegroup.multip = opcion == "FIX" ? nlat * built.num_ops * (built.centring_code == 1 ? 1 : 2)
-                                      : static_cast<std::int32_t>(listed);
-  spacegroup.sym_op.assign(static_cast<std::size_t>(spacegroup.multip), sym_oper_type{});
-  spacegroup.sym_op_symb.assign(static_cast<std::size_t>(spacegroup.multip), std::string());
-  for (std::size_t k = 0; k < listed && k < spacegroup.sym_op.size(); ++k) {
-    spacegroup.sym_op[k].rot = built.ss[k];
-    spacegroup.sym_op[k].tr = built.ts[k];
-  }
-  if (opcion == "FIX") expand_fixed_list(spacegroup);
-  for (std::size_t k = 0; k < spacegroup.sym_op.size(); ++k) {
-    get_symsymbi(spacegroup.sym_op[k].rot, spacegroup.sym_op[k].tr, spacegroup.sym_op_symb[k]);
-    spacegroup.sym_op_symb[k] = fixed_text::assigned(spacegroup.sym_op_symb[k], 50);
-  }
-
-  if (row <= 0) get_laue_pg(spacegroup, spacegroup.laue, spacegroup.pg);
-  if (spacegroup.centred == 0 && spacegroup.sym_op_symb.size() > static_cast<std::size_t>(spacegroup.num_ops)) {
-    spacegroup.centre = fixed_text::assigned(
-        spacegroup.centre + "  Gen(-1):" + spacegroup.sym_op_symb[static_cast<std::size_t>(spacegroup.num_ops)], 80);
-  }
-  // A Hall symbol that can't be written for the group is reported
-  // (" Error in generators"); the record is complete all the same.
-  init_err_symm();
-  if (opcion == "GEN") get_hallsymb_from_gener(spacegroup);
-  const bool unnamed = err_symm;
-  const std::string naming_message = err_symm_mess;
-  if (opcion == "HMS") {
-    spacegroup.num_gen = generators_by_number(spacegroup.numspg);
-  } else if (opcion == "ITC" || opcion == "HAL") {
-    spacegroup.num_gen = std::max(built.count, 0);
-  }
-  complete_wyckoff(spacegroup);
-  lower_symbol(spacegroup.spg_symb);
-  err_symm = unnamed;
-  err_symm_mess = naming_message;
+  const char* setting = build_by_route(*picked, spacegen, gen, ngen, built);
+  if (!setting) return;
+  spacegroup.sg_setting = setting;
+  fill_record(spacegroup, *picked, spacegen, built);
 }
