@@ -95,6 +95,19 @@ TEST(ProcCarga, PartialBoxFollowsTheDensity) {
   EXPECT_EQ(qp::denmax, hi);
 }
 
+// The range of a closed cell is found wherever the extremes lie along a row
+// (rows of 18 values: every one of the 16 lanes and the two values after them).
+TEST(ProcCarga, ClosedCellRangeAtEveryPlaceOfARow) {
+  for (int at = 1; at <= 17; ++at) {
+    load_grid(17, 2, 3, [=](int i, int j, int k) {
+      return i == at && j == 2 && k == 3 ? 2.5 : i == 18 - at && j == 1 && k == 2 ? -1.5 : 0.25 * j;
+    });
+    proc_carga();
+    EXPECT_EQ(std::tuple(qp::denmin, qp::denmax, qp::rho_min, qp::rho_max), std::tuple(-1.5f, 2.5f, -1.5f, 2.5f))
+        << "extremes at x = " << at << " and " << 18 - at;
+  }
+}
+
 // Hand-computed values on a 2 x 3 x 4 grid whose rho is the sum of a value
 // of each axis (10 or 30 along x, steps of 100 along y and of 1000 along z),
 // so that every point of rhonew is the sum of its three axes: halfway points
