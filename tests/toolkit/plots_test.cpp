@@ -10,6 +10,7 @@
 
 #include "tests/toolkit/plot_fixture.h"
 #include "toolkit/plots/contour.h"
+#include "toolkit/plots/contour_spiral.h"
 #include "toolkit/plots/surface.h"
 #include "toolkit/plots/surface_view.h"
 
@@ -205,6 +206,28 @@ TEST_F(contour_lines, LabelsBreakTheLineAlongItsDirection) {
     const plot_point mid = in_plot_units({(a.x + b.x) / 2, (a.y + b.y) / 2});
     const double radial = std::atan2(mid.y - cy, mid.x - cx) * 180 / 3.14159265;
     EXPECT_NEAR(std::fabs(std::remainder(angle - radial, 180.0)), 90, 3) << r.text;
+  }
+}
+
+// A spiral that starts at a later ring and passes over closed blocks meets
+// the nodes of the open blocks in the order of the plain spiral.
+TEST(contour_spiral, SkippingKeepsTheOrderOfThePlainSpiral) {
+  struct row { int n1, n2, ci, cj, ring, size; };
+  for (const row r : {row{9, 7, 5, 4, 0, 2}, row{20, 33, 1, 1, 3, 4}, row{33, 20, 33, 20, 1, 5}, row{17, 17, 12, 3, 6, 3}}) {
+    auto open = [&](int i, int j) { return ((i - 1) / r.size * 7 + (j - 1) / r.size * 3) % 5 < 2; };
+    std::vector<std::pair<int, int>> plain, skipping;
+    spiral_scan scan(r.n1, r.n2);
+    scan.centre_on(r.ci, r.cj);
+    int i = 0, j = 0;
+    while (scan.next(i, j))
+      if (open(i, j) && std::max(std::abs(i - r.ci), std::abs(j - r.cj)) >= r.ring) plain.emplace_back(i, j);
+    scan.centre_on(r.ci, r.cj, r.ring);
+    while (scan.next(i, j))
+      if (!open(i, j))
+        scan.skip_block(r.size);
+      else
+        skipping.emplace_back(i, j);
+    EXPECT_EQ(skipping, plain) << r.n1 << " x " << r.n2 << " around " << r.ci << "," << r.cj;
   }
 }
 

@@ -3,7 +3,7 @@
 // per level, whether it still needs attention (the `done` bits), so that no
 // edge is tested twice at one level.
 #include <algorithm>
-#include <bit>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -38,51 +38,95 @@ struct grid_edge {
   int i = 1, j = 1, dir = 0;
 };
 
-// The `done` bits: one per edge and level, the levels of one edge side by
-// side, so that all the levels an edge does not cross are marked at once.
-// Each node also counts the bits of its two edges still clear, so that the
-// scan passes a finished node with one test instead of one per edge and level.
+// The `done` bits: one per edge and level, set when a line has passed there.
 class edge_bits {
  public:
   edge_bits(int npval1, int npval2, int npset)
       : npval1_(npval1), levels_(npset),
-        words_(static_cast<std::size_t>(2LL * npval1 * npval2 * npset / 64 + 1), 0u),
-        clear_(static_cast<std::size_t>(npval1) * static_cast<std::size_t>(npval2)) {
-    for (int j = 1; j <= npval2; ++j)
-      for (int i = 1; i <= npval1; ++i)
-        clear_[node(i, j)] = static_cast<std::uint16_t>(((i < npval1) + (j < npval2)) * npset);
-  }
+        words_(static_cast<std::size_t>(2LL * npval1 * npval2 * npset / 64 + 1), 0u) {}
   bool test(const grid_edge& e, int level) const {
     const std::int64_t b = index(e, level);
-    return (words_[b >> 6] >> (b & 63)) & 1u;
+    return (words_[static_cast<std::size_t>(b >> 6)] >> (b & 63)) & 1u;
   }
-  void set(const grid_edge& e, int level) { set_range(e, level, level + 1); }
-  // Levels first..end-1.
-  void set_range(const grid_edge& e, int first, int end) {
-    std::int64_t b = index(e, first);
-    const std::int64_t stop = b + (end - first);
-    while (b < stop) {
-      const int from = static_cast<int>(b & 63);
-      const int count = static_cast<int>(std::min<std::int64_t>(64 - from, stop - b));
-      const std::uint64_t mask = (count == 64 ? ~0ull : ((1ull << count) - 1)) << from;
-      std::uint64_t& word = words_[static_cast<std::size_t>(b >> 6)];
-      clear_[node(e.i, e.j)] -= static_cast<std::uint16_t>(std::popcount(mask & ~word));
-      word |= mask;
-      b += count;
-    }
+  // True when the bit was clear.
+  bool set(const grid_edge& e, int level) {
+    const std::int64_t b = index(e, level);
+    std::uint64_t& word = words_[static_cast<std::size_t>(b >> 6)];
+    const std::uint64_t bit = 1ull << (b & 63);
+    const bool was_clear = (word & bit) == 0;
+    word |= bit;
+    return was_clear;
   }
-  bool node_finished(int i, int j) const { return clear_[node(i, j)] == 0; }
 
  private:
-  std::size_t node(int i, int j) const {
-    return static_cast<std::size_t>(j - 1) * static_cast<std::size_t>(npval1_) + static_cast<std::size_t>(i - 1);
-  }
   std::int64_t index(const grid_edge& e, int level) const {
-    return (2 * static_cast<std::int64_t>(node(e.i, e.j)) + e.dir) * levels_ + (level - 1);
+    const std::int64_t node = static_cast<std::int64_t>(e.j - 1) * npval1_ + (e.i - 1);
+    return (2 * node + e.dir) * levels_ + (level - 1);
   }
-  int npval1_, levels_;
+  int npval1_;     // nodes along i
+  int levels_;     // levels followed together, the bits of one edge
   std::vector<std::uint64_t> words_;
-  std::vector<std::uint16_t> clear_;
+};
+
+// Where lines can still start: per node, the (edge, level) pairs of its two
+// edges that a line may start on and that no line has passed yet, and the
+// sums of those over blocks of nodes, so that the scan for the next line
+// passes an empty block, or every ring short of the nearest open block, at
+// once. Pass 0 starts lines only on edges by the border (or by a missing
+// node), pass 1 on any edge; each pass has its own counts.
+class open_starts {
+ public:
+  static constexpr int block = 16;  // nodes along each side of a block
+
+  open_starts(int n1, int n2)
+      : n1_(n1), n2_(n2), blocks1_((n1 + block - 1) / block), blocks2_((n2 + block - 1) / block) {
+    for (auto& counts : node_) counts.assign(static_cast<std::size_t>(n1) * static_cast<std::size_t>(n2), 0);
+    for (auto& counts : block_) counts.assign(static_cast<std::size_t>(blocks1_) * static_cast<std::size_t>(blocks2_), 0);
+  }
+
+  // `count` starts at node (i, j), on an inner edge or one by the border.
+  void add(int i, int j, bool inner, int count) { change(i, j, inner, count); }
+  void remove_one(int i, int j, bool inner) { change(i, j, inner, -1); }
+
+  bool node_open(int i, int j, int pass) const { return node_[pass][node(i, j)] != 0; }
+  bool block_open(int i, int j, int pass) const { return block_[pass][block_of(i, j)] != 0; }
+
+  // The innermost ring of a square spiral around (ci, cj) that reaches an
+  // open block; -1 when no start is left in the pass.
+  int first_ring(int ci, int cj, int pass) const {
+    int best = -1;
+    for (int bj = 0; bj < blocks2_; ++bj)
+      for (int bi = 0; bi < blocks1_; ++bi) {
+        if (block_[pass][static_cast<std::size_t>(bj) * blocks1_ + bi] == 0) continue;
+        const int ring = std::max(gap(ci, bi, n1_), gap(cj, bj, n2_));
+        if (best < 0 || ring < best) best = ring;
+      }
+    return best;
+  }
+
+ private:
+  void change(int i, int j, bool inner, int by) {
+    for (int pass = inner ? 1 : 0; pass <= 1; ++pass) {
+      node_[pass][node(i, j)] += by;
+      block_[pass][block_of(i, j)] += by;
+    }
+  }
+  // Nodes from c to the nearest node of block b along an axis of n nodes.
+  static int gap(int c, int b, int n) {
+    const int low = b * block + 1, high = std::min(low + block - 1, n);
+    return std::max({0, low - c, c - high});
+  }
+  std::size_t node(int i, int j) const {
+    return static_cast<std::size_t>(j - 1) * static_cast<std::size_t>(n1_) + static_cast<std::size_t>(i - 1);
+  }
+  std::size_t block_of(int i, int j) const {
+    return static_cast<std::size_t>((j - 1) / block) * static_cast<std::size_t>(blocks1_) +
+           static_cast<std::size_t>((i - 1) / block);
+  }
+  int n1_, n2_;            // nodes along i and j
+  int blocks1_, blocks2_;  // blocks along i and j
+  // Open starts of pass 0 and of pass 1, per node and per block.
+  std::array<std::vector<std::int32_t>, 2> node_, block_;
 };
 
 class line_follower {
@@ -91,38 +135,53 @@ class line_follower {
   line_follower(const contour_grid& grid, const std::vector<float>& levels, int first, int last,
                 contour_label_gaps& gaps)
       : grid_(grid), levels_(levels), first_(first), last_(last),
-        done_(ipgstate.npval1, ipgstate.npval2, last - first + 1), gaps_(gaps) {
-    // The sides of every edge, found once: the scan meets each edge again
-    // after every line it traces.
-    status_.resize(2 * static_cast<std::size_t>(n1()) * static_cast<std::size_t>(n2()), no_start);
+        done_(ipgstate.npval1, ipgstate.npval2, last - first + 1), starts_(ipgstate.npval1, ipgstate.npval2),
+        gaps_(gaps) {
+    // The sides of every edge and the starts open on it, found once: the
+    // scan for the next line would otherwise meet each edge again after
+    // every line it traces.
+    const auto from = levels_.begin() + (first - 1), to = levels_.begin() + last;
+    rank_.resize(static_cast<std::size_t>(n1()) * static_cast<std::size_t>(n2()));
+    for (int j = 1; j <= n2(); ++j)
+      for (int i = 1; i <= n1(); ++i)
+        rank_[node_slot(i, j)] = static_cast<int>(std::upper_bound(from, to, value(i, j)) - levels_.begin()) + 1;
+    status_.resize(2 * rank_.size(), no_start);
     for (int j = 1; j <= n2(); ++j)
       for (int i = 1; i <= n1(); ++i)
         for (int dir = 0; dir <= 1; ++dir) {
           if ((dir == 0 && i >= n1()) || (dir == 1 && j >= n2())) continue;
           const grid_edge e{i, j, dir};
           const bool ends = grid_.present(i, j) && grid_.present(i + 1 - dir, j + dir);
-          status_[edge_slot(e)] = static_cast<std::uint8_t>(side_status(e) | (ends ? 0 : no_start));
+          const int s = side_status(e);
+          status_[edge_slot(e)] = static_cast<std::uint8_t>(s | (ends ? 0 : no_start));
+          if (!can_start(e)) continue;
+          int lo = 0, hi = 0;
+          crossing_levels(e, lo, hi);
+          starts_.add(i, j, s == 0, hi - lo);
         }
   }
 
+  // Traces every line, each time the first start met by a square spiral
+  // around the end of the line before: first the lines that start on the
+  // border, then the closed lines inside.
   void run() {
     spiral_scan scan(n1(), n2());
     int ci = 1, cj = 1;
     for (int pass = 0; pass <= 1; ++pass) {
-      scan.centre_on(ci, cj);
       int i = 0, j = 0;
-      while (scan.next(i, j)) {
-        if (!start_lines_at(i, j, pass)) continue;
+      while (next_start(scan, ci, cj, pass, i, j)) {
+        start_line_at(i, j, pass);
         ci = end_.i;
         cj = end_.j;
-        scan.centre_on(ci, cj);
       }
     }
   }
 
  private:
   bool done(const grid_edge& e, int L) const { return done_.test(e, L - first_ + 1); }
-  void mark(const grid_edge& e, int L) { done_.set(e, L - first_ + 1); }
+  void mark(const grid_edge& e, int L) {
+    if (done_.set(e, L - first_ + 1) && can_start(e)) starts_.remove_one(e.i, e.j, sides(e) == 0);
+  }
 
   int n1() const { return ipgstate.npval1; }
   int n2() const { return ipgstate.npval2; }
@@ -155,43 +214,61 @@ class line_follower {
     return std::min(a, b) < level && level <= std::max(a, b);
   }
 
-  std::size_t edge_slot(const grid_edge& e) const {
-    return 2 * (static_cast<std::size_t>(e.j - 1) * static_cast<std::size_t>(n1()) + static_cast<std::size_t>(e.i - 1)) +
-           static_cast<std::size_t>(e.dir);
+  std::size_t node_slot(int i, int j) const {
+    return static_cast<std::size_t>(j - 1) * static_cast<std::size_t>(n1()) + static_cast<std::size_t>(i - 1);
   }
+  std::size_t edge_slot(const grid_edge& e) const { return 2 * node_slot(e.i, e.j) + static_cast<std::size_t>(e.dir); }
   // side_status of an edge that exists.
   int sides(const grid_edge& e) const { return status_[edge_slot(e)] & 3; }
 
-  // The levels first_..last_ an edge from a to b crosses: [lo, hi). The
-  // levels ascend, so they are those above min(a, b) up to max(a, b).
-  void crossing_levels(float a, float b, int& lo, int& hi) const {
-    const auto from = levels_.begin() + (first_ - 1), to = levels_.begin() + last_;
-    lo = static_cast<int>(std::upper_bound(from, to, std::min(a, b)) - levels_.begin()) + 1;
-    hi = static_cast<int>(std::upper_bound(from, to, std::max(a, b)) - levels_.begin()) + 1;
+  // The levels first_..last_ an edge crosses: [lo, hi), those above the
+  // lower end's value up to the higher end's. The levels ascend, so these
+  // run from the lower rank of the two ends to the higher.
+  void crossing_levels(const grid_edge& e, int& lo, int& hi) const {
+    const int a = rank_[node_slot(e.i, e.j)];
+    const int b = e.dir == 0 ? rank_[node_slot(e.i + 1, e.j)] : rank_[node_slot(e.i, e.j + 1)];
+    lo = std::min(a, b);
+    hi = std::max(a, b);
   }
 
-  // Tries the two edges that start at a node; true when a line was traced.
-  // The levels the edge does not cross are marked done, and the first
-  // crossed one not yet done is traced.
-  bool start_lines_at(int i, int j, int pass) {
-    if (done_.node_finished(i, j)) return false;
+  // Whether a line may start on an edge (in one pass or the other).
+  bool can_start(const grid_edge& e) const {
+    const int status = status_[edge_slot(e)];
+    return (status & no_start) == 0 && (status & 3) != 3;
+  }
+
+  // The first node of the spiral around (ci, cj) where a line starts in the
+  // pass; false when none is left.
+  bool next_start(spiral_scan& scan, int ci, int cj, int pass, int& i, int& j) const {
+    const int ring = starts_.first_ring(ci, cj, pass);
+    if (ring < 0) return false;
+    scan.centre_on(ci, cj, ring);
+    while (scan.next(i, j)) {
+      if (!starts_.block_open(i, j, pass))
+        scan.skip_block(open_starts::block);
+      else if (starts_.node_open(i, j, pass))
+        return true;
+    }
+    return false;
+  }
+
+  // Traces the line of the first edge of node (i, j) that a line starts on
+  // in the pass, at its lowest crossed level that no line has passed yet.
+  void start_line_at(int i, int j, int pass) {
     for (int dir = 0; dir <= 1; ++dir) {
       const grid_edge e{i, j, dir};
-      const int status = status_[edge_slot(e)];
-      const int s = status & 3;
-      if ((status & no_start) || s == 3 || s + pass == 0) continue;
+      if (!can_start(e)) continue;
+      const int s = sides(e);
+      if (s + pass == 0) continue;
       const float a = value(i, j), b = far_value(e);
       int lo = 0, hi = 0;
-      crossing_levels(a, b, lo, hi);
-      done_.set_range(e, 1, lo - first_ + 1);
-      done_.set_range(e, hi - first_ + 1, last_ - first_ + 2);
+      crossing_levels(e, lo, hi);
       for (int L = lo; L < hi; ++L) {
         if (done(e, L)) continue;
         trace(e, s, L, (levels_[L - 1] - a) / (b - a));
-        return true;
+        return;
       }
     }
-    return false;
   }
 
   // Corner values of a side of cell (i, j), from its lower to its upper end.
@@ -308,10 +385,14 @@ class line_follower {
   const std::vector<float>& levels_;
   int first_, last_;
   edge_bits done_;
+  open_starts starts_;
   // Per edge: side_status, plus no_start when the edge is not there or an
   // end of it is missing, so that no line starts on it.
   static constexpr std::uint8_t no_start = 4;
   std::vector<std::uint8_t> status_;
+  // Per node, the first of the levels first_..last_ above its value
+  // (last_ + 1 when none is).
+  std::vector<int> rank_;
   contour_label_gaps& gaps_;
   std::vector<float> xpoly_, ypoly_;
   grid_edge end_;

@@ -11,13 +11,26 @@ class spiral_scan {
  public:
   spiral_scan(int n1, int n2) : n1_(n1), n2_(n2) {}
 
-  void centre_on(int i, int j) {
+  // Starts a new spiral around (i, j), from ring `ring` on (0 is the centre
+  // itself) when the caller knows that the rings inside hold nothing wanted.
+  void centre_on(int i, int j, int ring = 0) {
     ci_ = i;
     cj_ = j;
-    ring_ = 0;
+    ring_ = ring > 0 ? ring - 1 : 0;
     side_ = 4;
     step_ = end_ = 0;
-    centre_pending_ = true;
+    centre_pending_ = ring == 0;
+  }
+
+  // Passes over the nodes of the present side that lie in the same block of
+  // `size` x `size` nodes (blocks counted from node 1) as the node returned last.
+  void skip_block(int size) {
+    if (ring_ == 0) return;  // the centre
+    int i = 0, j = 0;
+    node_on_side(step_ - 1, i, j);
+    const int along = (side_ == 0 || side_ == 2 ? j : i) - 1;
+    const bool rising = side_ == 0 || side_ == 3;
+    step_ += rising ? size - 1 - along % size : along % size;
   }
 
   // The next node, false when every ring has left the grid.
