@@ -38,6 +38,11 @@ struct grid_edge {
   int i = 1, j = 1, dir = 0;
 };
 
+// A point in grid units: node (i, j) stands at (i, j).
+struct grid_point {
+  float i = 0, j = 0;
+};
+
 // The `done` bits: one per edge and level, set when a line has passed there.
 class edge_bits {
  public:
@@ -265,7 +270,8 @@ class line_follower {
       crossing_levels(e, lo, hi);
       for (int L = lo; L < hi; ++L) {
         if (done(e, L)) continue;
-        trace(e, s, L, (levels_[L - 1] - a) / (b - a));
+        follow(e, s, L, (levels_[L - 1] - a) / (b - a));
+        draw_line(L);
         return;
       }
     }
@@ -286,16 +292,24 @@ class line_follower {
     return {ci + MOVE[side], cj + MOVE[side + 2], side - 2};
   }
 
-  void append_point(const grid_edge& e, float t) {
+  // The crossing at t along edge e, in grid units: node (i, j) is (i, j).
+  static grid_point point_on(const grid_edge& e, float t) {
+    return {static_cast<float>(e.i) + (e.dir == 0 ? t : 0.0f), static_cast<float>(e.j) + (e.dir == 1 ? t : 0.0f)};
+  }
+
+  // line_ in graphics units, into xpoly_, ypoly_.
+  void line_in_graphics_units() {
     const auto& s = ipgstate;
-    const float gi = static_cast<float>(e.i) + (e.dir == 0 ? t : 0.0f);
-    const float gj = static_cast<float>(e.j) + (e.dir == 1 ? t : 0.0f);
-    const float x = std::fabs(s.xplen) * (gi - 1) / s.rnval11 + s.xplow;
-    const float y = std::fabs(s.yplen) * (gj - 1) / s.rnval21 + s.yplow;
-    float gx = 0, gy = 0;
-    ipgunitstogrunits(x, y, gx, gy);
-    xpoly_.push_back(gx);
-    ypoly_.push_back(gy);
+    xpoly_.clear();
+    ypoly_.clear();
+    for (const grid_point& p : line_) {
+      const float x = std::fabs(s.xplen) * (p.i - 1) / s.rnval11 + s.xplow;
+      const float y = std::fabs(s.yplen) * (p.j - 1) / s.rnval21 + s.yplow;
+      float gx = 0, gy = 0;
+      ipgunitstogrunits(x, y, gx, gy);
+      xpoly_.push_back(gx);
+      ypoly_.push_back(gy);
+    }
   }
 
   void set_line_style(int L) {
@@ -321,7 +335,11 @@ class line_follower {
     igrstate.icolvalue = wrgb(mix(r1, r2), mix(g1, g2), mix(b1, b2));
   }
 
-  void finish_line(int L) {
+  // Draws line_ as a line of level L, in the level's style (a level of
+  // type -999 only moves the pen to the line's end).
+  void draw_line(int L) {
+    line_in_graphics_units();
+    set_line_style(L);
     const int type = ipgstate.ipgstyl[L][0];
     if (type == -999) {
       igrmoveto(xpoly_.back(), ypoly_.back());
@@ -332,24 +350,23 @@ class line_follower {
       draw_contour_line(xpoly_, ypoly_, L, levels_[L - 1], gaps_);
       if (factor != 1) igrlinewidth(width);
     }
-    xpoly_.clear();
-    ypoly_.clear();
   }
 
   // Follows one line of level L from edge e, entered from side status s, with
-  // the crossing at t along the edge.
-  void trace(grid_edge e, int s, int L, float t) {
+  // the crossing at t along the edge, and marks the edges it crosses: its
+  // points in grid units go to line_, the edge it ends on to end_.
+  void follow(grid_edge e, int s, int L, float t) {
     const float level = levels_[L - 1];
     int entry = s == 1 ? e.dir : e.dir + 2;
     int ci = e.i - (entry >= 2 ? MOVE[entry] : 0);
     int cj = e.j - (entry >= 2 ? MOVE[entry + 2] : 0);
     int state = 2;
     float cinter[4] = {0, 0, 0, 0};
+    line_.clear();
     for (;;) {
-      append_point(e, t);
+      line_.push_back(point_on(e, t));
       mark(e, L);
-      if (xpoly_.size() == 1) set_line_style(L);
-      if (state != 2 || static_cast<int>(xpoly_.size()) >= max_line_points) break;
+      if (state != 2 || static_cast<int>(line_.size()) >= max_line_points) break;
 
       cinter[entry] = t;
       int crossed = 0, exit = -1;
@@ -378,7 +395,6 @@ class line_follower {
       cj += exit == 2 ? 1 : exit == 0 ? -1 : 0;
     }
     end_ = e;
-    finish_line(L);
   }
 
   const contour_grid& grid_;
@@ -394,8 +410,9 @@ class line_follower {
   // (last_ + 1 when none is).
   std::vector<int> rank_;
   contour_label_gaps& gaps_;
-  std::vector<float> xpoly_, ypoly_;
-  grid_edge end_;
+  std::vector<grid_point> line_;      // the line followed last, grid units
+  grid_edge end_;                     // the edge it ended on
+  std::vector<float> xpoly_, ypoly_;  // line_ in graphics units
 };
 
 }  // namespace
