@@ -29,6 +29,10 @@ constexpr int max_line_points = 500;
 // this many (256 MiB).
 constexpr std::int64_t max_done_bits = 1LL << 31;
 
+// The most levels followed together: a node's count of open starts on its
+// two edges stays within 16 bits.
+constexpr int max_levels_together = 32767;
+
 // x and y steps of the four cell sides 0 bottom, 1 left, 2 top, 3 right:
 // MOVE(s) and MOVE(s + 2).
 constexpr int MOVE[6] = {1, 0, 0, 1, 1, 0};
@@ -112,7 +116,7 @@ class open_starts {
  private:
   void change(int i, int j, bool inner, int by) {
     for (int pass = inner ? 1 : 0; pass <= 1; ++pass) {
-      node_[pass][node(i, j)] += by;
+      node_[pass][node(i, j)] = static_cast<std::uint16_t>(node_[pass][node(i, j)] + by);
       block_[pass][block_of(i, j)] += by;
     }
   }
@@ -130,8 +134,10 @@ class open_starts {
   }
   int n1_, n2_;            // nodes along i and j
   int blocks1_, blocks2_;  // blocks along i and j
-  // Open starts of pass 0 and of pass 1, per node and per block.
-  std::array<std::vector<std::int32_t>, 2> node_, block_;
+  // Open starts of pass 0 and of pass 1, per node (at most two edges of
+  // max_levels_together levels) and per block.
+  std::array<std::vector<std::uint16_t>, 2> node_;
+  std::array<std::vector<std::int32_t>, 2> block_;
 };
 
 class line_follower {
@@ -147,16 +153,19 @@ class line_follower {
     // every line it traces.
     const auto from = levels_.begin() + (first - 1), to = levels_.begin() + last;
     rank_.resize(static_cast<std::size_t>(n1()) * static_cast<std::size_t>(n2()));
+    present_.resize(rank_.size());
     for (int j = 1; j <= n2(); ++j)
-      for (int i = 1; i <= n1(); ++i)
+      for (int i = 1; i <= n1(); ++i) {
         rank_[node_slot(i, j)] = static_cast<int>(std::upper_bound(from, to, value(i, j)) - levels_.begin()) + 1;
+        present_[node_slot(i, j)] = grid_.present(i, j);
+      }
     status_.resize(2 * rank_.size(), no_start);
     for (int j = 1; j <= n2(); ++j)
       for (int i = 1; i <= n1(); ++i)
         for (int dir = 0; dir <= 1; ++dir) {
           if ((dir == 0 && i >= n1()) || (dir == 1 && j >= n2())) continue;
           const grid_edge e{i, j, dir};
-          const bool ends = grid_.present(i, j) && grid_.present(i + 1 - dir, j + dir);
+          const bool ends = present(i, j) && present(i + 1 - dir, j + dir);
           const int s = side_status(e);
           status_[edge_slot(e)] = static_cast<std::uint8_t>(s | (ends ? 0 : no_start));
           if (!can_start(e)) continue;
@@ -192,6 +201,7 @@ class line_follower {
   int n2() const { return ipgstate.npval2; }
 
   float value(int i, int j) const { return grid_.at(i, j); }
+  bool present(int i, int j) const { return present_[node_slot(i, j)] != 0; }
   float far_value(const grid_edge& e) const { return e.dir == 0 ? value(e.i + 1, e.j) : value(e.i, e.j + 1); }
 
   // 0 for an inner edge; 1 on the low border of the other axis, plus 2 on its high border.
@@ -201,7 +211,7 @@ class line_follower {
     const int di = e.dir == 1 ? (step < 0 ? -1 : 1) : 0;
     const int dj = e.dir == 0 ? (step < 0 ? -1 : 1) : 0;
     const int fi = e.dir == 0 ? 1 : 0, fj = e.dir == 1 ? 1 : 0;
-    return grid_.present(e.i + di, e.j + dj) && grid_.present(e.i + fi + di, e.j + fj + dj);
+    return present(e.i + di, e.j + dj) && present(e.i + fi + di, e.j + fj + dj);
   }
 
   // 0 for an edge with a whole cell on both sides; 1 when the low side has
@@ -409,6 +419,7 @@ class line_follower {
   // Per node, the first of the levels first_..last_ above its value
   // (last_ + 1 when none is).
   std::vector<int> rank_;
+  std::vector<std::uint8_t> present_;  // per node, whether its value counts
   contour_label_gaps& gaps_;
   std::vector<grid_point> line_;      // the line followed last, grid units
   grid_edge end_;                     // the edge it ended on
@@ -431,7 +442,7 @@ void ipgcontour2(std::span<const float> z, int nx, int ny, std::span<const float
     igrstate.ichali = 1;
     igrstate.chrotar = 0;
     const std::int64_t bits_per_level = 2LL * ipgstate.npval1 * ipgstate.npval2;
-    const int group = static_cast<int>(std::clamp<std::int64_t>(max_done_bits / bits_per_level, 1, ipgstate.npset));
+    const int group = static_cast<int>(std::clamp<std::int64_t>(max_done_bits / bits_per_level, 1, std::min(ipgstate.npset, max_levels_together)));
     contour_label_gaps gaps;
     for (int first = 1; first <= ipgstate.npset; first += group)
       line_follower(grid, level_values, first, std::min(first + group - 1, ipgstate.npset), gaps).run();
