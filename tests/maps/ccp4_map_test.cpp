@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <array>
 #include <cmath>
@@ -34,6 +35,15 @@ struct map_case {
 // (checked once against gemmi): the value of the n-th point in the file is n.
 // The file is left in the build folder for scripts/ccp4_reference.py; each
 // test writes its own, as ctest may run them side by side.
+// A map file of a test in the temporary folder, removed when it goes out of
+// scope; the process id keeps tests run side by side apart.
+struct scratch_file {
+  explicit scratch_file(const std::string& name)
+      : path((std::filesystem::temp_directory_path() / ("quelmora-" + std::to_string(getpid()) + "-" + name)).string()) {}
+  ~scratch_file() { std::filesystem::remove(path); }
+  const std::string path;
+};
+
 std::string write_map(const map_case& c, const std::string& path) {
   auto* f = static_cast<CMap_io::CMMFile*>(CMap_io::ccp4_cmap_open(path.c_str(), O_WRONLY));
   const float cell[6] = {7.0f, 9.0f, 11.0f, 90.0f, 104.0f, 90.0f};
@@ -82,7 +92,8 @@ TEST(Ccp4Map, PartsOfAP21CellFillTheCellAsGemmiDoes) {
   }
   for (const map_case& c : cases) {
     SCOPED_TRACE(c.name);
-    load(write_map(c, "ccp4_p21_" + c.name + ".map"));
+    const scratch_file file("ccp4_p21_" + c.name + ".map");
+    load(write_map(c, file.path));
     ASSERT_FALSE(qp::kerror) << testing::PrintToString(headless::box_texts());
     EXPECT_EQ(qp::titulo, "P 21 " + c.name);
     EXPECT_EQ(qp::grp_espacial.numspg, 4);
@@ -105,14 +116,15 @@ TEST(Ccp4Map, PartsOfAP21CellFillTheCellAsGemmiDoes) {
 }
 
 TEST(Ccp4Map, DamagedFilesAreRefusedNamingTheFile) {
-  const std::string whole = write_map(cases[0], "ccp4_whole.map");
+  const scratch_file whole("ccp4_whole.map"), cut_file("ccp4_cut.map");
+  write_map(cases[0], whole.path);
   const struct {
     std::uintmax_t size;
     const char* says;
   } cuts[] = {{1023, "shorter than the 1024 bytes"}, {1024 + 4 * 12 * 8 * 5 - 1, "truncated"}};
   for (const auto& cut : cuts) {
-    const std::string path = "ccp4_cut.map";
-    std::filesystem::copy_file(whole, path, std::filesystem::copy_options::overwrite_existing);
+    const std::string& path = cut_file.path;
+    std::filesystem::copy_file(whole.path, path, std::filesystem::copy_options::overwrite_existing);
     std::filesystem::resize_file(path, cut.size);
     load(path);
     EXPECT_TRUE(qp::kerror);

@@ -20,6 +20,14 @@ namespace {
 
 const fs::path stem = fs::temp_directory_path() / ("quelmora_text_map_" + std::to_string(getpid()));
 
+// The text map and the map made of it go with the test that wrote them.
+struct remove_files_at_end {
+  ~remove_files_at_end() {
+    fs::remove(stem.string() + ".map");
+    fs::remove(stem.string() + ".bin");
+  }
+};
+
 // The value of grid point (i, j, k), counted from 1.
 float value(int i, int j, int k) { return static_cast<float>(i + 10 * j + 100 * k) - 0.5f; }
 
@@ -52,6 +60,7 @@ std::vector<std::string> convert(const std::string& text) {
 }  // namespace
 
 TEST(TextMap, ValuesComeBackThroughTheLoad) {
+  const remove_files_at_end cleanup;
   for (const auto& [cell, beta] : {std::pair{"Cell 5 6 7 90 90 90", 90.0f}, std::pair{"Cell 5 6 7 90 110 90", 110.0f}}) {
     ASSERT_EQ(convert(text_map(cell)), std::vector<std::string>{}) << cell;
     EXPECT_EQ(qp::titulo, "Four by three by two") << cell;
@@ -69,6 +78,7 @@ TEST(TextMap, ValuesComeBackThroughTheLoad) {
 }
 
 TEST(TextMap, EachFaultGetsItsMessage) {
+  const remove_files_at_end cleanup;
   const std::string good = text_map("Cell 5 6 7 90 90 90");
   const std::string grid = "Opening the Ascii File in MAP format (Grid Dimensions)";
   const std::string data = "Error reading the Ascii File in MAP format (data)";
@@ -96,6 +106,4 @@ TEST(TextMap, EachFaultGetsItsMessage) {
     std::ifstream old(stem.string() + ".bin", std::ios::binary);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(old), {}), "old") << c.what;
   }
-  fs::remove(stem.string() + ".map");
-  fs::remove(stem.string() + ".bin");
 }
