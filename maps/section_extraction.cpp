@@ -53,18 +53,24 @@ bool box_is_whole_cell() {
 // step, which cost more than the copy of the map itself).
 class density_range {
  public:
-  void take(const float* v, std::size_t n) {
+  void take(const float* v, std::size_t n) { copy_and_take(v, nullptr, n); }
+
+  // The n values from v taken, and copied to copy unless it is null: the
+  // copy is made from the registers the values were taken into, which
+  // spares reading them again from a copy just written.
+  void copy_and_take(const float* v, float* copy, std::size_t n) {
     lanes lo = lo_, hi = hi_;
     const std::size_t whole = n - n % 16;
     for (std::size_t i = 0; i < whole; i += 16) {
-      take4(lo.a, hi.a, v + i);
-      take4(lo.b, hi.b, v + i + 4);
-      take4(lo.c, hi.c, v + i + 8);
-      take4(lo.d, hi.d, v + i + 12);
+      take4(lo.a, hi.a, v + i, copy ? copy + i : nullptr);
+      take4(lo.b, hi.b, v + i + 4, copy ? copy + i + 4 : nullptr);
+      take4(lo.c, hi.c, v + i + 8, copy ? copy + i + 8 : nullptr);
+      take4(lo.d, hi.d, v + i + 12, copy ? copy + i + 12 : nullptr);
     }
     for (std::size_t i = whole; i < n; ++i) {
       lo.a[0] = v[i] < lo.a[0] ? v[i] : lo.a[0];
       hi.a[0] = v[i] > hi.a[0] ? v[i] : hi.a[0];
+      if (copy) copy[i] = v[i];
     }
     lo_ = lo;
     hi_ = hi;
@@ -84,9 +90,10 @@ class density_range {
       return m;
     }
   };
-  static void take4(four& lo, four& hi, const float* v) {
+  static void take4(four& lo, four& hi, const float* v, float* copy) {
     four x;
     std::memcpy(&x, v, sizeof x);
+    if (copy) std::memcpy(copy, &x, sizeof x);
     lo = x < lo ? x : lo;
     hi = x > hi ? x : hi;
   }
@@ -95,19 +102,20 @@ class density_range {
   lanes hi_{{-top, -top, -top, -top}, {-top, -top, -top, -top}, {-top, -top, -top, -top}, {-top, -top, -top, -top}};
 };
 
-// Each row of rhonew is the row of rho at the wrapped j and k, copied whole,
+// Plane i of the closed grid (1 to n+1) in rho: plane n+1 repeats plane 1.
+std::int32_t closing_plane(std::int32_t i, std::int32_t n) { return i <= n ? i : 1; }
+
+// Each row of rhonew is the row of rho at the closing j and k, copied whole,
 // closed by the row's first point. The range of the values is taken from
 // each row while it is still in the cache.
 void close_whole_cell(std::int32_t nx, std::int32_t ny, std::int32_t nz, density_range& range) {
-  const auto row_bytes = static_cast<std::size_t>(nx) * sizeof(float);
   for (std::int32_t k = 1; k <= nz + 1; ++k) {
-    const std::int32_t k0 = wrap_index(k, nz);
+    const std::int32_t k0 = closing_plane(k, nz);
     for (std::int32_t j = 1; j <= ny + 1; ++j) {
-      const float* from = &qp::rho(1, wrap_index(j, ny), k0);
+      const float* from = &qp::rho(1, closing_plane(j, ny), k0);
       float* to = &qp::rhonew(1, j, k);
-      std::memcpy(to, from, row_bytes);
+      range.copy_and_take(from, to, static_cast<std::size_t>(nx));
       to[nx] = from[0];
-      range.take(to, static_cast<std::size_t>(nx) + 1);
     }
   }
 }

@@ -24,7 +24,9 @@ class band_filler {
 
   void run() {
     const auto& s = ipgstate;
+    find_seen_columns();
     for (int j = s.npval2 - 1; j >= 1; --j) {
+      find_seen_sub_rows(j);
       for (int i = 1; i <= s.npval1 - 1; ++i) cell(i, j);
       flush_run(j);
     }
@@ -108,6 +110,7 @@ class band_filler {
   }
 
   void divided_cell(int i, int j, float x1, float x2) {
+    if (!column_seen_[static_cast<std::size_t>(i)]) return;
     const int G = ipgstate.igranul;
     const float g_count = static_cast<float>(G);
     const float z1 = grid_.at(i, j), z2 = grid_.at(i + 1, j);
@@ -120,9 +123,9 @@ class band_filler {
       const float vL = z1 + static_cast<float>(r + 1) * dL;
       const float vR = z2 + static_cast<float>(r + 1) * dR;
       const float g = (vR - vL) / g_count;
+      if (!sub_row_seen_[static_cast<std::size_t>(r)]) continue;
       const float bottom = y1 + static_cast<float>(r) * height;
       const float top = bottom + height;
-      if (row_unseen(x1, bottom, x2, top)) continue;
       int run = 0;
       float start = x1;
       for (int s = 0; s < G; ++s) {
@@ -137,14 +140,40 @@ class band_filler {
     }
   }
 
-  // True when the canvas would show nothing of a sub-row: every box of it
-  // lies within these bounds. A screen of pixels then skips the rows of a
-  // small cell that round to no whole pixel row.
-  static bool row_unseen(float x1, float y1, float x2, float y2) {
+  // True when the canvas would show nothing of a box within these bounds.
+  // A screen of pixels then skips the sub-rows of a small cell that round to
+  // no whole pixel row, and the cells that round to no whole pixel column.
+  static bool box_unseen(float x1, float y1, float x2, float y2) {
     float gx1, gy1, gx2, gy2;
     ipgunitstogrunits(x1, y1, gx1, gy1);
     ipgunitstogrunits(x2, y2, gx2, gy2);
     return igrrectangleunseen(gx1, gy1, gx2, gy2);
+  }
+
+  // A box shows nothing when its columns or its rows round to none, so the
+  // sub-rows of a cell row are judged once for the whole width of the plot,
+  // and the cell columns once for its whole height; a cell's sub-row is seen
+  // when both its column and the sub-row are.
+  void find_seen_columns() {
+    const auto& s = ipgstate;
+    const float bottom = node_y(1), top = node_y(static_cast<float>(s.npval2));
+    column_seen_.assign(static_cast<std::size_t>(std::max(s.npval1, 1)), 0);
+    for (int i = 1; i <= s.npval1 - 1; ++i)
+      column_seen_[static_cast<std::size_t>(i)] =
+          !box_unseen(node_x(static_cast<float>(i)), bottom, node_x(static_cast<float>(i + 1)), top);
+  }
+
+  void find_seen_sub_rows(int j) {
+    const auto& s = ipgstate;
+    const int G = s.igranul;
+    const float left = node_x(1), right = node_x(static_cast<float>(s.npval1));
+    const float y1 = node_y(static_cast<float>(j)), y2 = node_y(static_cast<float>(j + 1));
+    const float height = (y2 - y1) / static_cast<float>(G);
+    sub_row_seen_.assign(static_cast<std::size_t>(G), 0);
+    for (int r = 0; r < G; ++r) {
+      const float bottom = y1 + static_cast<float>(r) * height;
+      sub_row_seen_[static_cast<std::size_t>(r)] = !box_unseen(left, bottom, right, bottom + height);
+    }
   }
 
   // A cell as one polygon whose colour runs between its corners' band colours.
@@ -189,6 +218,7 @@ class band_filler {
   int run_band_ = 0;
   float run_start_ = 0, run_end_ = 0;
   int last_band_ = 0;
+  std::vector<char> column_seen_, sub_row_seen_;
 };
 
 }  // namespace
