@@ -126,10 +126,18 @@ class band_filler {
       if (!sub_row_seen_[static_cast<std::size_t>(r)]) continue;
       const float bottom = y1 + static_cast<float>(r) * height;
       const float top = bottom + height;
+      // The boxes' values run one way along the sub-row, and so do their
+      // bands: when its ends share a band, the whole sub-row is one box.
+      const float tail = (2 * g - dL - dR) / 4;
+      const auto value = [&](int s) { return vL + static_cast<float>(s) * g + tail; };
+      if (const int b = band(value(0)); b == band(value(G - 1))) {
+        fill_box(b, x1, bottom, x2, top);
+        continue;
+      }
       int run = 0;
       float start = x1;
       for (int s = 0; s < G; ++s) {
-        const int b = band(vL + static_cast<float>(s) * g + (2 * g - dL - dR) / 4);
+        const int b = band(value(s));
         const float left = x1 + static_cast<float>(s) * width;
         if (b == run) continue;
         if (run != 0) fill_box(run, start, bottom, left, top);

@@ -178,6 +178,7 @@ x11_canvas::~x11_canvas() {
   for (auto& [key, stipple] : stipples_) XFreePixmap(display_, stipple);
   if (xft_) XftDrawDestroy(xft_);
   XFreeGC(display_, gc_);
+  for (auto& [rgb, gc] : wire_gcs_) XFreeGC(display_, gc);
   if (owns_) XFreePixmap(display_, drawable_);
 }
 
@@ -188,6 +189,31 @@ void x11_canvas::resize(int w, int h) {
 
 unsigned long x11_canvas::pixel(canvas_colour colour) const {
   return x11_pixel(display_, static_cast<unsigned>(colour.value) & 0xFFFFFFu);
+}
+
+// Thin solid lines keep a GC for each colour: a picture whose colour changes
+// every few lines (an isosurface coloured by depth) then draws with the GC of
+// its colour instead of changing one GC, which the server would check again
+// at every change. Past a few dozen colours the kept GCs start over.
+GC x11_canvas::wire_gc(canvas_colour colour) {
+  const unsigned rgb = static_cast<unsigned>(colour.value) & 0xFFFFFFu;
+  for (const auto& [kept, gc] : wire_gcs_)
+    if (kept == rgb) return gc;
+  if (wire_gcs_.size() >= 64) {
+    for (auto& [kept, gc] : wire_gcs_) XFreeGC(display_, gc);
+    wire_gcs_.clear();
+  }
+  XGCValues v{};
+  v.foreground = pixel(colour);
+  v.line_width = 0;
+  v.line_style = LineSolid;
+  v.cap_style = CapButt;
+  v.join_style = JoinMiter;
+  v.fill_style = FillSolid;
+  const GC gc = XCreateGC(display_, drawable_,
+                          GCForeground | GCLineWidth | GCLineStyle | GCCapStyle | GCJoinStyle | GCFillStyle, &v);
+  wire_gcs_.emplace_back(rgb, gc);
+  return gc;
 }
 
 void x11_canvas::clear(int left, int top, int w, int h, canvas_colour colour) {
@@ -269,8 +295,7 @@ void x11_canvas::polylines(std::span<const pixel_point> points, std::span<const 
     from = end;
   }
   if (segments_.empty()) return;
-  use_pen(pen);
-  XDrawSegments(display_, drawable_, gc_, segments_.data(), static_cast<int>(segments_.size()));
+  XDrawSegments(display_, drawable_, wire_gc(pen.colour), segments_.data(), static_cast<int>(segments_.size()));
 }
 
 void x11_canvas::fill_polygon(std::span<const pixel_point> points, const canvas_fill& fill) {

@@ -49,6 +49,7 @@ class x11_canvas : public canvas {
   void use_pen(const canvas_pen& pen);
   void use_fill(const canvas_fill& fill);
   unsigned long pixel(canvas_colour colour) const;
+  GC wire_gc(canvas_colour colour);
   // The font whose glyphs fit the character box, turned by the angle.
   XftFont* font_for(std::string_view s, const canvas_text_style& style, double angle) const;
   XftFont* open_font(int pixel_size, int style, double angle) const;
@@ -60,7 +61,8 @@ class x11_canvas : public canvas {
   GC gc_;
   XftDraw* xft_ = nullptr;
   std::map<int, Pixmap> stipples_;
-  std::vector<std::uint16_t> painting_;
-  std::vector<XSegment> segments_;  // the pieces of the lines of polylines  // colour indices of the boxes of fill_boxes
+  std::vector<std::uint16_t> painting_;  // colour indices of the boxes of fill_boxes
+  std::vector<XSegment> segments_;       // the pieces of the lines of polylines
+  std::vector<std::pair<unsigned, GC>> wire_gcs_;  // see wire_gc
   mutable std::map<std::tuple<int, int, int>, XftFont*> fonts_;
 };
