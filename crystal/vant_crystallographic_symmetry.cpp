@@ -25,11 +25,6 @@ namespace {
 // Translations whose magnitude is at most this are not written.
 constexpr float translation_threshold = 0.0002f;
 
-void set_err_symm(const std::string& message) {
-  err_symm = true;
-  err_symm_mess = fixed_text::assigned(message, 150);
-}
-
 // Index 0, 1, 2 of a coordinate letter in either case, -1 for any other character.
 int coordinate_index(char c) {
   switch (std::tolower(static_cast<unsigned char>(c))) {
@@ -49,6 +44,11 @@ int coordinate_index(char c) {
 void init_err_symm() {
   err_symm = false;
   err_symm_mess.clear();
+}
+
+void set_err_symm(const std::string& message) {
+  err_symm = true;
+  err_symm_mess = fixed_text::assigned(message, 150);
 }
 
 namespace {

@@ -82,6 +82,8 @@ extern bool hexa;
 extern std::string spaceg;  // char(20)
 
 void init_err_symm();
+// Sets the error pair: err_symm true and the message, cut to its 150 characters.
+void set_err_symm(const std::string& message);
 
 // Each component folded by the floating remainder of (v + 10) by 1.
 vec3f modulo_lat(const vec3f& v);
@@ -116,6 +118,22 @@ void mod_trans(std::int32_t n, std::vector<vec3f>& t, std::int32_t in = 0, std::
 // Decodes a lattice letter into the module's nlat, ltr, lat_ch and inlat; a
 // "Z" lattice takes its numl centring vectors from latc.
 void latsym(const std::string& symb, std::int32_t numl = 0, const std::vector<vec3f>* latc = nullptr);
+
+// Keeps the lattice state (nlat, ltr, lat_ch, inlat) of its making and puts
+// it back at its end: for work that decodes another lattice on the way (a
+// table row's Hall symbol expanded to compare with) while a group is built.
+class lattice_state_keeper {
+ public:
+  lattice_state_keeper() : nlat_(nlat), inlat_(inlat), ltr_(ltr), lat_ch_(lat_ch) {}
+  ~lattice_state_keeper() { nlat = nlat_, inlat = inlat_, ltr = ltr_, lat_ch = lat_ch_; }
+  lattice_state_keeper(const lattice_state_keeper&) = delete;
+  lattice_state_keeper& operator=(const lattice_state_keeper&) = delete;
+
+ private:
+  std::int32_t nlat_, inlat_;
+  std::array<vec3f, 192> ltr_;
+  std::string lat_ch_;
+};
 
 // True when v is a lattice vector of the lattice with letter lat ("Z": the
 // lattice last decoded by latsym).

@@ -33,8 +33,7 @@ bool small_coefficients(const mat3i& rot) {
 }
 
 bool table_fault(const std::string& message) {
-  err_symm = true;
-  err_symm_mess = message;
+  set_err_symm(message);
   return false;
 }
 

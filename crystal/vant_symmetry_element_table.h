@@ -18,6 +18,16 @@ struct element12_type {
 // searched for a rotation at every product.
 inline bool same_rotation(const mat3i& a, const mat3i& b) { return std::memcmp(&a, &b, sizeof(mat3i)) == 0; }
 
+// The translation of an operator (rot, t) once the origin moves by s:
+// t + s - rot.s, in whatever unit t and s share, taken term by term.
+template <typename V>
+void move_origin(const mat3i& rot, V& t, const V& s) {
+  for (int i = 0; i < 3; ++i) {
+    t[i] += s[i];
+    for (int j = 0; j < 3; ++j) t[i] -= static_cast<typename V::value_type>(rot[i][j]) * s[j];
+  }
+}
+
 // The largest table: a reduced group without inversion nor centring. A table
 // that holds the inversion too (split_off_centre) has as many improper
 // elements as proper ones.

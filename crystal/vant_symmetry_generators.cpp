@@ -19,11 +19,6 @@ const mat3i identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 const mat3i inversion = {{{-1, 0, 0}, {0, -1, 0}, {0, 0, -1}}};
 const std::string lattice_letters = "PABCIRFZ";
 
-void fail(const std::string& message) {
-  err_symm = true;
-  err_symm_mess = fixed_text::assigned(message, 150);
-}
-
 float magnitude_sum(const vec3f& v) { return std::fabs(v[0]) + std::fabs(v[1]) + std::fabs(v[2]); }
 
 vec3f minus(const vec3f& a, const vec3f& b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
@@ -181,7 +176,7 @@ void get_so_from_fix(const std::vector<mat3i>& ss, const std::vector<vec3f>& ts,
   }
   latsym(letter, static_cast<std::int32_t>(vectors.size()), &vectors);
   if (err_symm) {
-    fail(" Lattice Type couldn't be determined");
+    set_err_symm(" Lattice Type couldn't be determined");
     return;
   }
   out.lattice_code = inlat;
@@ -265,7 +260,7 @@ void check_generator(const std::string& gen, bool& ok, std::string* symbol) {
       // are typing errors whose products would overflow as the group grows.
       if (!(std::fabs(row[j]) <= largest_coefficient)) {
         ok = false;
-        fail("The matrix corresponding to a generator has coefficients too large for a symmetry operator");
+        set_err_symm("The matrix corresponding to a generator has coefficients too large for a symmetry operator");
         return;
       }
       mat[i][j] = row[j];
@@ -276,13 +271,13 @@ void check_generator(const std::string& gen, bool& ok, std::string* symbol) {
   for (int i = 0; i < 3; ++i)
     for (int j = 0; j < 3; ++j) ok = ok && mat[i][j] == static_cast<float>(imat[i][j]);
   if (!ok) {
-    fail("The matrix corresponding to a generator has non-integer values!");
+    set_err_symm("The matrix corresponding to a generator has non-integer values!");
     return;
   }
   const std::int32_t d = determ_a(imat);
   if (d != 1 && d != -1) {
     ok = false;
-    fail("The matrix corresponding to a generator has a determinant with absolute value different of 1.0");
+    set_err_symm("The matrix corresponding to a generator has a determinant with absolute value different of 1.0");
     return;
   }
   if (symbol) {

@@ -24,11 +24,6 @@ mat3i matrix_of(const char* text) {
   return rot;
 }
 
-void fail(const std::string& message) {
-  err_symm = true;
-  err_symm_mess = fixed_text::assigned(message, 150);
-}
-
 // One generator item such as "-4bd", "2\"c", "31", at its place 1 to 4.
 bool read_generator(const std::string& item, int place, int first_order, int& first_axis,
                     element12_type& g) {
@@ -37,7 +32,7 @@ bool read_generator(const std::string& item, int place, int first_order, int& fi
   if (improper) ++p;
   const auto digit = p < item.size() ? rotacion.find(item[p]) : std::string::npos;
   if (digit == std::string::npos) {
-    fail(" Wrong rotation order in Hall symbol: " + item);
+    set_err_symm(" Wrong rotation order in Hall symbol: " + item);
     return false;
   }
   const int order = item[p] - '0';
@@ -55,19 +50,19 @@ bool read_generator(const std::string& item, int place, int first_order, int& fi
       for (int i = 0; i < 3; ++i) t[i] += tras_val[l][i];
     } else if (l != std::string::npos) {
       if (order < 3) {
-        fail(" Screw translation on a rotation of order " + std::to_string(order) + " in Hall symbol: " + item);
+        set_err_symm(" Screw translation on a rotation of order " + std::to_string(order) + " in Hall symbol: " + item);
         return false;
       }
       screw = c - '0';
     } else {
-      fail(" Wrong character in Hall symbol: " + item);
+      set_err_symm(" Wrong character in Hall symbol: " + item);
       return false;
     }
   }
   if (axis == 0) axis = default_axis(place, order, first_order);
   if (place == 1) first_axis = axis;
   if (!rotation_matrix(order, axis, first_axis, g.rot)) {
-    fail(" Wrong order and axis in Hall symbol: " + item);
+    set_err_symm(" Wrong order and axis in Hall symbol: " + item);
     return false;
   }
   if (screw > 0 && axis <= axis_z) t[axis - 1] = 12 * screw / order;
@@ -149,7 +144,7 @@ void get_so_from_hall(const std::string& symbol, symmetry_build_type& out) {
   s = u_case(s);
   std::size_t n = fixed_text::len_trim(s);
   if (n == 0) {
-    fail(" IBRAVL is Equal Zero");
+    set_err_symm(" IBRAVL is Equal Zero");
     return;
   }
 
@@ -184,7 +179,7 @@ void get_so_from_hall(const std::string& symbol, symmetry_build_type& out) {
   }
   const auto lattice = red.find(s[letter_at]);
   if (lattice == std::string::npos || s[letter_at] == ' ') {
-    fail(" IBRAVL is Equal Zero");
+    set_err_symm(" IBRAVL is Equal Zero");
     return;
   }
   out.lattice_code = static_cast<std::int32_t>(lattice) + 1;
@@ -213,12 +208,7 @@ void get_so_from_hall(const std::string& symbol, symmetry_build_type& out) {
   // inversion, whose centre moves by v.
   if (paren != std::string::npos) {
     const vec3i v = read_shift(s.substr(paren + 1));
-    for (auto& g : generators) {
-      for (int i = 0; i < 3; ++i) {
-        g.t[i] += v[i];
-        for (int j = 0; j < 3; ++j) g.t[i] -= g.rot[i][j] * v[j];
-      }
-    }
+    for (auto& g : generators) move_origin(g.rot, g.t, v);
     if (out.centring_code != 1 && v != vec3i{0, 0, 0}) {
       out.co = modulo_lat({out.co[0] + static_cast<float>(v[0]) / 12.0f, out.co[1] + static_cast<float>(v[1]) / 12.0f,
                            out.co[2] + static_cast<float>(v[2]) / 12.0f});

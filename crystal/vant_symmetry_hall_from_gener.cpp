@@ -37,12 +37,11 @@ operator_key key_of(const mat3i& rot, const vec3f& t) {
 // The operators a Hall symbol expands to, as keys; the lattice state of the
 // module is left as it was.
 bool hall_operators(const std::string& hall, std::set<operator_key>& keys, std::int32_t& generators) {
-  const std::int32_t keep_nlat = nlat, keep_inlat = inlat;
-  const auto keep_ltr = ltr;
-  const std::string keep_lat = lat_ch;
   symmetry_build_type g;
-  get_so_from_hall(hall, g);
-  nlat = keep_nlat, inlat = keep_inlat, ltr = keep_ltr, lat_ch = keep_lat;
+  {
+    const lattice_state_keeper keep;
+    get_so_from_hall(hall, g);
+  }
   const bool ok = !err_symm;
   init_err_symm();
   keys.clear();
@@ -264,8 +263,7 @@ void get_hallsymb_from_gener(space_group_type& spg, std::string* hall) {
     std::string text;
     std::int32_t count = 0;
     if (!write_hall_with_shift(spg, wanted, text, count)) {
-      err_symm = true;
-      err_symm_mess = " Error in generators";
+      set_err_symm(" Error in generators");
       if (hall) hall->clear();
       return;
     }

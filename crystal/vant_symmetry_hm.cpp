@@ -34,11 +34,6 @@ const std::string plane_letters = "ABCDMN";
 
 const mat3i identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 
-void fail(const std::string& message) {
-  err_symm = true;
-  err_symm_mess = fixed_text::assigned(message, 150);
-}
-
 bool is_axis(char c) { return axis_digits.find(c) != std::string::npos; }
 bool is_plane(char c) { return c != ' ' && plane_letters.find(c) != std::string::npos; }
 
@@ -103,7 +98,7 @@ bool part_generators(const std::string& part, direction d, std::vector<element12
     const int order = part[p] - '0';
     element12_type e;
     if (!proper_rotation(order, d, e.rot)) {
-      fail(" The symbol: " + part + " is not allowed");
+      set_err_symm(" The symbol: " + part + " is not allowed");
       return false;
     }
     if (p + 1 < part.size() && is_axis(part[p + 1]) && d <= dir_c) {
@@ -116,7 +111,7 @@ bool part_generators(const std::string& part, direction d, std::vector<element12
   if (plane != part.end()) {
     element12_type m;
     if (!proper_rotation(2, d, m.rot)) {
-      fail(" The symbol: " + part + " is not allowed");
+      set_err_symm(" The symbol: " + part + " is not allowed");
       return false;
     }
     m.rot = negated(m.rot);
@@ -141,36 +136,6 @@ bool same_translation(const vec3i& a, const vec3i& b, const std::vector<vec3i>& 
     if (equal) return true;
   }
   return false;
-}
-
-// Adds an element to a closed table and closes it again; false when a
-// product contradicts an element already there (the placement is no group)
-// or the table outgrows the largest point group with inversion.
-bool add_consistent(std::vector<element12_type>& table, const element12_type& e, std::int32_t lattice_code,
-                    const std::vector<vec3i>& centring) {
-  // Elements arrive with their translation reduced (multiply reduces).
-  const auto insert = [&](const element12_type& p) {
-    for (const auto& t : table) {
-      if (same_rotation(t.rot, p.rot)) return same_translation(t.t, p.t, centring);
-    }
-    if (table.size() >= 2 * max_elements) return false;
-    table.push_back(p);
-    return true;
-  };
-  // The table was closed before: only products with a new element can add
-  // anything, and those have the newer factor at i.
-  const std::size_t first_new = table.size();
-  element12_type reduced = e;
-  reduce_translation(reduced.t, lattice_code);
-  if (!insert(reduced)) return false;
-  for (std::size_t i = first_new; i < table.size(); ++i) {
-    for (std::size_t j = 0; j <= i; ++j) {
-      if (!insert(multiply(table[i], table[j], lattice_code)) || !insert(multiply(table[j], table[i], lattice_code))) {
-        return false;
-      }
-    }
-  }
-  return true;
 }
 
 // The positions an element of rotation R may take: translations (I - R).p
@@ -221,37 +186,105 @@ std::vector<const std::vector<vec3i>*> placements_of(const std::vector<element12
   return where;
 }
 
-// Places the elements from `next` on, depth first, each at one of its
-// positions; a complete placement counts when `accept` takes the group it
-// makes. A trial only appends to the table, which is cut back to what it
-// was when the trial fails.
-template <typename Accept>
-bool place_elements(const std::vector<element12_type>& elements, const std::vector<const std::vector<vec3i>*>& where,
-                    std::size_t next, std::vector<element12_type>& table, std::int32_t lattice_code,
-                    const std::vector<vec3i>& centring, Accept& accept) {
-  if (next == elements.size()) return accept(table);
-  const element12_type& e = elements[next];
-  const std::size_t before = table.size();
-  for (const auto& v : *where[next]) {
-    element12_type placed = e;
-    for (int i = 0; i < 3; ++i) placed.t[i] += v[i];
-    if (add_consistent(table, placed, lattice_code, centring) &&
-        place_elements(elements, where, next + 1, table, lattice_code, centring, accept)) {
-      return true;
-    }
-    table.resize(before);
+// The search for where the elements lie: the group table, closed again
+// after each element placed, with the lattice that reduces its translations.
+// A rotation is found in the table in one look-up: its nine entries (each
+// -1, 0 or 1 in any setting a symbol can name) read as a number in base 3
+// pick a slot holding its place. A trial that fails cuts the table back and
+// leaves the slots as they are: a slot pointing past the end, or at an
+// element of another rotation, is empty.
+class placement_search {
+ public:
+  placement_search(const std::vector<element12_type>& elements, std::int32_t lattice_code)
+      : elements_(elements), where_(placements_of(elements)), lattice_code_(lattice_code),
+        centring_(centring_twelfths()), places_(slot_count, 0) {
+    table_.reserve(2 * max_elements);
+    table_.push_back({identity, {0, 0, 0}});  // every slot points at it, and only its own holds
   }
-  return false;
-}
+
+  // Places the elements from `next` on, depth first, each at one of its
+  // positions; a complete placement counts when `accept` takes the group it
+  // makes.
+  template <typename Accept>
+  bool place(std::size_t next, Accept& accept) {
+    if (next == elements_.size()) return accept(table_);
+    const std::size_t before = table_.size();
+    for (const auto& v : *where_[next]) {
+      element12_type placed = elements_[next];
+      for (int i = 0; i < 3; ++i) placed.t[i] += v[i];
+      if (add_consistent(placed) && place(next + 1, accept)) return true;
+      table_.resize(before);
+    }
+    return false;
+  }
+
+ private:
+  static constexpr std::size_t slot_count = 19683;  // 3^9
+
+  // The slot of a rotation, or slot_count for one with larger entries.
+  static std::size_t slot_of(const mat3i& rot) {
+    std::size_t slot = 0;
+    for (const auto& row : rot) {
+      for (const std::int32_t v : row) {
+        if (v < -1 || v > 1) return slot_count;
+        slot = 3 * slot + static_cast<std::size_t>(v + 1);
+      }
+    }
+    return slot;
+  }
+
+  const element12_type* find(const mat3i& rot) const {
+    const std::size_t slot = slot_of(rot);
+    if (slot == slot_count) {
+      const auto it = std::find_if(table_.begin(), table_.end(), [&rot](const element12_type& t) { return same_rotation(t.rot, rot); });
+      return it == table_.end() ? nullptr : &*it;
+    }
+    const std::size_t place = places_[slot];
+    return place < table_.size() && same_rotation(table_[place].rot, rot) ? &table_[place] : nullptr;
+  }
+
+  // Takes an element whose translation is reduced; false when its rotation
+  // is there with another translation or the table outgrows the largest
+  // point group with inversion.
+  bool insert(const element12_type& p) {
+    if (const element12_type* there = find(p.rot)) return same_translation(there->t, p.t, centring_);
+    if (table_.size() >= 2 * max_elements) return false;
+    if (const std::size_t slot = slot_of(p.rot); slot != slot_count) places_[slot] = static_cast<std::uint8_t>(table_.size());
+    table_.push_back(p);
+    return true;
+  }
+
+  // Adds an element to the closed table and closes it again; false when a
+  // product contradicts an element already there (the placement is no
+  // group). Only products with a new element can add anything, and those
+  // have the newer factor at i.
+  bool add_consistent(const element12_type& e) {
+    const std::size_t first_new = table_.size();
+    element12_type reduced = e;
+    reduce_translation(reduced.t, lattice_code_);
+    if (!insert(reduced)) return false;
+    for (std::size_t i = first_new; i < table_.size(); ++i) {
+      for (std::size_t j = 0; j <= i; ++j) {
+        if (!insert(multiply(table_[i], table_[j], lattice_code_)) || !insert(multiply(table_[j], table_[i], lattice_code_)))
+          return false;
+      }
+    }
+    return true;
+  }
+
+  const std::vector<element12_type>& elements_;
+  std::vector<const std::vector<vec3i>*> where_;  // the positions of each element
+  std::int32_t lattice_code_;
+  std::vector<vec3i> centring_;  // in twelfths
+  std::vector<element12_type> table_;
+  std::vector<std::uint8_t> places_;  // by slot, the place of its rotation in table_
+};
 
 // Moves the origin of an expanded list by s: t becomes t + s - R.s.
 void shift_origin(symmetry_build_type& out, const vec3f& s) {
   for (std::size_t k = 0; k < out.ss.size(); ++k) {
     vec3f t = out.ts[k];
-    for (int i = 0; i < 3; ++i) {
-      t[i] += s[i];
-      for (int j = 0; j < 3; ++j) t[i] -= static_cast<float>(out.ss[k][i][j]) * s[j];
-    }
+    move_origin(out.ss[k], t, s);
     out.ts[k] = modulo_lat(t);
   }
   out.co = modulo_lat({out.co[0] + s[0], out.co[1] + s[1], out.co[2] + s[2]});
@@ -311,11 +344,10 @@ struct table_group {
 
 void make_table_group(const std::string& hall, table_group& table) {
   table.made = true;
-  const std::int32_t keep_nlat = nlat, keep_inlat = inlat;
-  const auto keep_ltr = ltr;
-  const std::string keep_lat = lat_ch;
-  get_so_from_hall(hall, table.target);
-  nlat = keep_nlat, inlat = keep_inlat, ltr = keep_ltr, lat_ch = keep_lat;
+  {
+    const lattice_state_keeper keep;
+    get_so_from_hall(hall, table.target);
+  }
   table.ok = !err_symm;
   for (std::size_t k = 0; k < table.target.ss.size(); ++k) {
     const vec3f& t = table.target.ts[k];
@@ -361,6 +393,79 @@ bool align_with_table(table_group& table, symmetry_build_type& out) {
   return true;
 }
 
+// The first fault of one direction's part, or nothing: a character
+// repeated, a digit followed by a plane letter or the other way round, more
+// than one plane, a pair of digits that is no screw axis.
+std::string part_fault(const std::string& part) {
+  for (std::size_t k = 0; k < 4; ++k) {
+    const char c = part[k], next = k + 1 < 4 ? part[k + 1] : ' ';
+    if (c == ' ') continue;
+    if (part.find(c, k + 1) != std::string::npos)
+      return std::string(" The symbol: ") + c + " has been repeated within the same symmetry direction";
+    if (is_axis(c) && is_plane(next))
+      return std::string(" A rotation axis cannot be immediately followed by a plane") + next + " within the same symmetry direction";
+    if (is_plane(c) && is_axis(next))
+      return std::string(" A mirror plane cannot be immediately followed by a rotation axis") + next +
+             " within the same symmetry direction";
+  }
+  if (std::count_if(part.begin(), part.end(), is_plane) > 1) return " There is more than one plane within the same symmetry direction";
+  for (std::size_t k = 0; k + 1 < 4; ++k) {
+    const std::string pair = part.substr(k, 2);
+    if (is_axis(pair[0]) && is_axis(pair[1]) && std::find(std::begin(screw_axes), std::end(screw_axes), pair) == std::end(screw_axes))
+      return " Screw axis: " + pair + " not allowed";
+  }
+  return {};
+}
+
+// The crystal family a symbol's parts stand for, by the first test that
+// holds, and its letter in latsy.
+struct symbol_family {
+  family_code family;
+  char letter;
+};
+
+symbol_family family_of(const std::vector<std::string>& parts) {
+  const auto starts = [](const std::string& part, const char* a) { return part.rfind(a, 0) == 0; };
+  const auto starts_either = [&](const std::string& part, const char* a, const char* b) { return starts(part, a) || starts(part, b); };
+  if (parts.size() >= 2 && starts_either(parts[1], "3", "-3")) return {cubic, 'c'};
+  if (starts_either(parts[0], "3", "-3") || starts_either(parts[0], "6", "-6")) return {hexagonal, 'h'};
+  if (starts_either(parts[0], "4", "-4")) return {tetragonal, 't'};
+  if (parts.size() >= 2) {
+    // A monoclinic symbol in full notation has a "1" among its first two parts.
+    const bool full_monoclinic = fixed_text::same(parts[0], "1") || fixed_text::same(parts[1], "1");
+    return full_monoclinic ? symbol_family{monoclinic, 'm'} : symbol_family{orthorhombic, 'o'};
+  }
+  if (parts[0] == "1" || starts(parts[0], "-")) return {triclinic, 'a'};
+  return {monoclinic, 'm'};  // a short monoclinic symbol
+}
+
+// The group a complete placement makes, as a reduced list: the inversion
+// goes to the centring code, and of each pair of rotations R and -R the
+// first stays. In the table's origin and order when the symbol is a setting
+// of the table; false when it is not that setting's group.
+bool group_of_placement(const std::vector<element12_type>& group, std::int32_t generators, std::int32_t lattice_code,
+                        table_group& setting, symmetry_build_type& out) {
+  symmetry_build_type trial;
+  trial.lattice_code = lattice_code;
+  for (const auto& e : group) {
+    if (e.rot != negated(identity)) continue;
+    trial.centring_code = e.t == vec3i{0, 0, 0} ? 2 : 0;
+    trial.co = {static_cast<float>(e.t[0]) / 24.0f, static_cast<float>(e.t[1]) / 24.0f, static_cast<float>(e.t[2]) / 24.0f};
+  }
+  std::vector<element12_type> reduced;
+  for (const auto& e : group) {
+    const bool partner = trial.centring_code != 1 && std::any_of(reduced.begin(), reduced.end(), [&e](const element12_type& r) {
+                           return r.rot == negated(e.rot);
+                         });
+    if (!partner) reduced.push_back(e);
+  }
+  if (!expand_element_table(reduced, trial)) return false;
+  trial.count = generators;
+  if (!align_with_table(setting, trial)) return false;
+  out = trial;
+  return true;
+}
+
 }  // namespace
 
 void check_symbol_hm(const std::array<std::string, 3>& table) {
@@ -368,47 +473,12 @@ void check_symbol_hm(const std::array<std::string, 3>& table) {
   for (const auto& part : table) {
     for (std::size_t k = 0; k < 4; ++k) {
       const char c = part[k];
-      if (good.find(c) == std::string::npos || (c == '-' && k > 0) || (c == '/' && k == 0)) {
-        fail(std::string(" The symbol: ") + c + " is not allowed");
-        return;
-      }
+      if (good.find(c) == std::string::npos || (c == '-' && k > 0) || (c == '/' && k == 0))
+        return set_err_symm(std::string(" The symbol: ") + c + " is not allowed");
     }
   }
   for (const auto& part : table) {
-    int planes = 0;
-    for (std::size_t k = 0; k < 4; ++k) {
-      const char c = part[k];
-      if (c == ' ') continue;
-      if (part.find(c, k + 1) != std::string::npos) {
-        fail(std::string(" The symbol: ") + c + " has been repeated within the same symmetry direction");
-        return;
-      }
-      const char next = k + 1 < 4 ? part[k + 1] : ' ';
-      if (is_axis(c) && is_plane(next)) {
-        fail(std::string(" A rotation axis cannot be immediately followed by a plane") + next +
-             " within the same symmetry direction");
-        return;
-      }
-      if (is_plane(c) && is_axis(next)) {
-        fail(std::string(" A mirror plane cannot be immediately followed by a rotation axis") + next +
-             " within the same symmetry direction");
-        return;
-      }
-      if (is_plane(c)) ++planes;
-    }
-    if (planes > 1) {
-      fail(" There is more than one plane within the same symmetry direction");
-      return;
-    }
-    for (std::size_t k = 0; k + 1 < 4; ++k) {
-      if (is_axis(part[k]) && is_axis(part[k + 1])) {
-        const std::string pair = part.substr(k, 2);
-        if (std::find(std::begin(screw_axes), std::end(screw_axes), pair) == std::end(screw_axes)) {
-          fail(" Screw axis: " + pair + " not allowed");
-          return;
-        }
-      }
-    }
+    if (const std::string fault = part_fault(part); !fault.empty()) return set_err_symm(fault);
   }
 }
 
@@ -418,10 +488,8 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
   std::string s = fixed_text::assigned(symbol.substr(std::min(symbol.size(), symbol.find_first_not_of(' '))), 20);
   s = u_case(s);
   spaceg = s;
-  if (s.empty() || ibra.find(s[0]) == std::string::npos || s[0] == ' ') {
-    fail(" Wrong space-group symbol: " + symbol);
-    return;
-  }
+  const auto wrong = [&symbol] { set_err_symm(" Wrong space-group symbol: " + symbol); };
+  if (s.empty() || ibra.find(s[0]) == std::string::npos || s[0] == ' ') return wrong();
   std::vector<std::string> parts;
   for (std::size_t p = 1; p < s.size();) {
     while (p < s.size() && s[p] == ' ') ++p;
@@ -430,40 +498,17 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
     parts.push_back(s.substr(p, end - p));
     p = end;
   }
-  if (parts.empty() || parts.size() > 3) {
-    fail(" Wrong space-group symbol: " + symbol);
-    return;
-  }
+  if (parts.empty() || parts.size() > 3) return wrong();
   std::array<std::string, 3> table = {"    ", "    ", "    "};
   for (std::size_t k = 0; k < parts.size(); ++k) {
-    if (parts[k].size() > 4) {
-      fail(" Wrong space-group symbol: " + symbol);
-      return;
-    }
+    if (parts[k].size() > 4) return wrong();
     table[k] = fixed_text::padded(parts[k], 4);
   }
-  const auto starts = [](const std::string& part, const char* a) { return part.rfind(a, 0) == 0; };
-  const std::string lattice(1, s[0]);
-  family_code family;
-  std::string letter;
-  if (parts.size() >= 2 && (starts(parts[1], "3") || starts(parts[1], "-3"))) {
-    family = cubic, letter = "c";
-  } else if (starts(parts[0], "3") || starts(parts[0], "-3") || starts(parts[0], "6") || starts(parts[0], "-6")) {
-    family = hexagonal, letter = "h";
-  } else if (starts(parts[0], "4") || starts(parts[0], "-4")) {
-    family = tetragonal, letter = "t";
-  } else if (parts.size() >= 2) {
-    const bool full_monoclinic = fixed_text::same(parts[0], "1") || fixed_text::same(parts[1], "1");
-    family = full_monoclinic ? monoclinic : orthorhombic;
-    letter = full_monoclinic ? "m" : "o";
-  } else if (parts[0] == "1" || starts(parts[0], "-")) {
-    family = triclinic, letter = "a";
-  } else {
-    family = monoclinic, letter = "m";
-    table = {"1   ", fixed_text::padded(parts[0], 4), "1   "};  // the unique axis is b
-  }
+  const auto [family, letter] = family_of(parts);
+  if (family == monoclinic && parts.size() == 1) table = {"1   ", fixed_text::padded(parts[0], 4), "1   "};  // the unique axis is b
   check_symbol_hm(table);
   if (err_symm) return;
+  const std::string lattice(1, s[0]);
   latsym(lattice);
   if (err_symm) return;
   out.lattice_code = inlat;
@@ -481,39 +526,14 @@ void get_so_from_hms(const std::string& symbol, symmetry_build_type& out) {
     if (!part.empty() && !part_generators(part, places[k], gens)) return;
   }
   set_spgr_info();
-  table_group table_setting;
-  table_setting.row = spgr_row_of_symbol(s);
+  table_group setting;
+  setting.row = spgr_row_of_symbol(s);
   // A placement counts when its group, in the table's origin, is the
   // table's group of this symbol (a lattice may hold a screw axis and a
   // rotation axis of one direction, so the first placement need not be it).
   const auto accept = [&](const std::vector<element12_type>& group) {
-    symmetry_build_type trial;
-    trial.lattice_code = out.lattice_code;
-    for (const auto& e : group) {
-      if (e.rot != negated(identity)) continue;
-      trial.centring_code = e.t == vec3i{0, 0, 0} ? 2 : 0;
-      trial.co = {static_cast<float>(e.t[0]) / 24.0f, static_cast<float>(e.t[1]) / 24.0f,
-                  static_cast<float>(e.t[2]) / 24.0f};
-    }
-    // The inversion goes to the centring code; the reduced list keeps the
-    // first of each pair of rotations R and -R.
-    std::vector<element12_type> reduced;
-    for (const auto& e : group) {
-      const bool partner = trial.centring_code != 1 && std::any_of(reduced.begin(), reduced.end(), [&e](const element12_type& r) {
-                             return r.rot == negated(e.rot);
-                           });
-      if (!partner) reduced.push_back(e);
-    }
-    if (!expand_element_table(reduced, trial)) return false;
-    trial.count = static_cast<std::int32_t>(gens.size());
-    if (!align_with_table(table_setting, trial)) return false;
-    out = trial;
-    return true;
+    return group_of_placement(group, static_cast<std::int32_t>(gens.size()), out.lattice_code, setting, out);
   };
-  std::vector<element12_type> start = {{identity, {0, 0, 0}}};
-  if (!place_elements(gens, placements_of(gens), 0, start, out.lattice_code, centring_twelfths(), accept)) {
-    fail(" Wrong space-group symbol: " + symbol);
-    return;
-  }
-  out.latsy = letter + lattice;
+  if (!placement_search(gens, out.lattice_code).place(0, accept)) return wrong();
+  out.latsy = std::string(1, letter) + lattice;
 }

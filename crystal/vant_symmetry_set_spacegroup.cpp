@@ -26,11 +26,6 @@ std::string left_adjusted(const std::string& s) {
   return p == std::string::npos ? std::string() : std::string(fixed_text::trimmed(s.substr(p)));
 }
 
-void fail(const std::string& message) {
-  err_symm = true;
-  err_symm_mess = fixed_text::assigned(message, 150);
-}
-
 const spgr_info_type& table_row(std::int32_t row) { return spgr_info[static_cast<std::size_t>(row - 1)]; }
 
 std::int32_t first_row_of_number(std::int32_t number) {
@@ -175,12 +170,12 @@ void complete_from_row(space_group_type& g, std::int32_t row) {
   if (r.laue >= 1 && r.laue <= 16) {
     g.laue = laue_class[static_cast<std::size_t>(r.laue - 1)];
   } else {
-    fail(" Laue Number Incorrect");
+    set_err_symm(" Laue Number Incorrect");
   }
   if (r.pg >= 1 && r.pg <= 41) {
     g.pg = point_group[static_cast<std::size_t>(r.pg - 1)];
   } else {
-    fail(" Point Group Number Incorrect");
+    set_err_symm(" Point Group Number Incorrect");
   }
   g.info = r.inf_extra;
   for (int i = 0; i < 3; ++i) {
@@ -275,7 +270,7 @@ std::optional<route> route_of_mode(const std::string& mode) {
 std::optional<pick_type> pick_by_mode(const std::string& mode, const std::string& spgm) {
   const std::optional<route> way = route_of_mode(mode);
   if (!way) {
-    fail(" Problems in SpaceGroup");
+    set_err_symm(" Problems in SpaceGroup");
     return std::nullopt;
   }
   pick_type p{*way, 0, spgm};
@@ -289,7 +284,7 @@ std::optional<pick_type> pick_by_mode(const std::string& mode, const std::string
     if (!read_integer(n.head, number)) {
       p.row = row_by_hm(spgm);
     } else if (number < 1 || number > 230) {
-      fail(" The number of the space group should be in the interval [1,230]");
+      set_err_symm(" The number of the space group should be in the interval [1,230]");
       return std::nullopt;
     } else {
       p.row = origin_row(first_row_of_number(number), n.origin);
@@ -312,7 +307,7 @@ std::optional<pick_type> pick_by_text(const std::string& spgm, bool has_list, bo
   getnum(n.head, values, integers, found);
   if (found == 1) {
     if (integers[0] < 1 || integers[0] > 230) {
-      fail(" Number of Space Group out of limits");
+      set_err_symm(" Number of Space Group out of limits");
       return std::nullopt;
     }
     const std::int32_t row = origin_row(first_row_of_number(integers[0]), n.origin);
@@ -333,7 +328,7 @@ const char* build_from_list(const pick_type& p, const std::vector<std::string>* 
                             symmetry_build_type& built) {
   const bool fixed = p.way == route::fixed_list;
   if (!gen || !ngen) {
-    fail(fixed ? " Generators should be provided if FIX option is Used"
+    set_err_symm(fixed ? " Generators should be provided if FIX option is Used"
                : " Generators should be provided in GEN calling Set_SpaceGroup");
     return nullptr;
   }
@@ -362,7 +357,7 @@ const char* build_from_itc(const pick_type& p, symmetry_build_type& built) {
   std::string gener;
   get_generators(p.text, gener);
   if (err_symtab) {
-    fail(" Problems in SpaceGroup: " + std::string(fixed_text::trimmed(p.text)) +
+    set_err_symm(" Problems in SpaceGroup: " + std::string(fixed_text::trimmed(p.text)) +
          " => the HM symbol or the number is incorrect ");
     return nullptr;
   }
