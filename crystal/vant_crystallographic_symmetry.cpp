@@ -400,13 +400,23 @@ void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::
   const std::size_t vectors = std::min(static_cast<std::size_t>(num_lat), spg.latt_trans.size());
   // The points so far as numbers: two positions have the same text when
   // their rotation parts are equal and their constants differ by less than
-  // the text shows (0.0002), so only the points kept are written.
+  // the text shows (0.0002), so only the points kept are written. A point is
+  // there already when one with its rotation part has its constants, or
+  // their image by a centring vector (worked out only for such a point).
   std::vector<std::pair<mat3i, vec3f>> points = {{w, t}};
-  const auto known = [&points](const mat3i& w1, const vec3f& t1) {
-    return std::any_of(points.begin(), points.end(), [&](const std::pair<mat3i, vec3f>& p) {
-      return p.first == w1 && std::fabs(p.second[0] - t1[0]) <= 0.0002f && std::fabs(p.second[1] - t1[1]) <= 0.0002f &&
-             std::fabs(p.second[2] - t1[2]) <= 0.0002f;
-    });
+  const auto close = [](const vec3f& a, const vec3f& b) {
+    return std::fabs(a[0] - b[0]) <= 0.0002f && std::fabs(a[1] - b[1]) <= 0.0002f && std::fabs(a[2] - b[2]) <= 0.0002f;
+  };
+  const auto known = [&](const mat3i& w1, const vec3f& t1) {
+    for (const auto& [w0, t0] : points) {
+      if (w0 != w1) continue;
+      if (close(t0, t1)) return true;
+      for (std::size_t l = 1; l < vectors; ++l) {
+        const vec3f& c = spg.latt_trans[l];
+        if (close(t0, modulo_lat({t1[0] + c[0], t1[1] + c[1], t1[2] + c[2]}))) return true;
+      }
+    }
+    return false;
   };
   for (std::size_t k = 1; k < reduced && orbit_count < 48; ++k) {
     const sym_oper_type& op = spg.sym_op[k];
@@ -420,12 +430,7 @@ void wyckoff_orbit(const space_group_type& spg, const std::string& origin, std::
       t1[i] += op.tr[i];
     }
     t1 = modulo_lat(t1);
-    bool drop = known(w1, t1);
-    for (std::size_t l = 1; l < vectors && !drop; ++l) {
-      const vec3f& c = spg.latt_trans[l];
-      drop = known(w1, modulo_lat({t1[0] + c[0], t1[1] + c[1], t1[2] + c[2]}));
-    }
-    if (drop) continue;
+    if (known(w1, t1)) continue;
     mat3f real_w1;
     for (int i = 0; i < 3; ++i)
       for (int j = 0; j < 3; ++j) real_w1[i][j] = static_cast<float>(w1[i][j]);
