@@ -167,8 +167,9 @@ void get_so_from_hall(const std::string& symbol, symmetry_build_type& out) {
         }
       }
       for (auto& c : total) c %= 12;
-      out.co = {static_cast<float>(total[0]) * 0.083333336f * 0.5f,
-                static_cast<float>(total[1]) * 0.083333336f * 0.5f, static_cast<float>(total[2]) * 0.041666668f};
+      // Half of each twelfth: the centre lies halfway along the inversion's translation.
+      out.co = {static_cast<float>(total[0]) * one_24th, static_cast<float>(total[1]) * one_24th,
+                static_cast<float>(total[2]) * one_24th};
       if (total != vec3i{0, 0, 0}) {
         out.centring_code = 0;
         n = minus_one >= 1 ? minus_one - 1 : 0;

@@ -179,8 +179,8 @@ void complete_from_row(space_group_type& g, std::int32_t row) {
   }
   g.info = r.inf_extra;
   for (int i = 0; i < 3; ++i) {
-    g.r_asym_unit[i][0] = static_cast<float>(r.asu[i]) * 0.041666668f;
-    g.r_asym_unit[i][1] = static_cast<float>(r.asu[i + 3]) * 0.041666668f;
+    g.r_asym_unit[i][0] = static_cast<float>(r.asu[i]) * one_24th;
+    g.r_asym_unit[i][1] = static_cast<float>(r.asu[i + 3]) * one_24th;
   }
 }
 
