@@ -15,13 +15,9 @@
 
 namespace {
 
-// What the label of set L shows: a text, or (text empty) a marker.
-struct contour_label {
-  std::string text;
-  int marker = 0;
-};
-
-bool label_of(int L, float level, contour_label& label) {
+// What the label of set L shows: a text, or (text empty) a marker. False
+// when the set has no label, or a marker type without a marker.
+bool label_of(int L, float level, placed_label& label) {
   const auto& s = ipgstate;
   const int number = s.ipgmark[L] >= 0 ? s.ipgmark[L] : L;
   switch (s.ipgstyl[L][1]) {
@@ -43,38 +39,10 @@ float direction(const std::vector<float>& x, const std::vector<float>& y, std::s
 
 float distance(pixel_point a, pixel_point b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-// The point at arc length s along the line (pixels), and the graphics
-// point at the same place.
-struct line_place {
-  std::size_t segment;
-  float t;
-};
-line_place place_at(const std::vector<float>& arc, float s) {
-  std::size_t k = 0;
-  while (k + 2 < arc.size() && arc[k + 1] < s) ++k;
-  const float len = arc[k + 1] - arc[k];
-  return {k, len > 0 ? std::clamp((s - arc[k]) / len, 0.0f, 1.0f) : 0.0f};
-}
-float along(const std::vector<float>& v, line_place p) { return v[p.segment] + p.t * (v[p.segment + 1] - v[p.segment]); }
-
-void draw_piece(std::vector<float> x, std::vector<float> y) {
-  if (x.size() >= 2) igrpolyline(x.data(), y.data(), static_cast<int>(x.size()));
-}
-
-}  // namespace
-
-void draw_contour_line(const std::vector<float>& x, const std::vector<float>& y, int L, float level,
-                       contour_label_gaps& gaps) {
+// How much the line turns over w steps: the sum of squared changes of
+// direction, for the windows starting at points 3..n - w (counted from 1).
+std::vector<float> turning_sums(const std::vector<float>& x, const std::vector<float>& y, int w) {
   const int n = static_cast<int>(x.size());
-  const int w = std::clamp(ipgstate.npval1 / 5, 3, 8);
-  contour_label label;
-  if (!label_of(L, level, label) || n < w + 3 ||
-      gaps.ends.size() >= static_cast<std::size_t>(8 * ipgstate.npset)) {
-    igrpolyline(x.data(), y.data(), n);
-    return;
-  }
-  // Straightness: the sum of squared changes of direction over w steps,
-  // for windows starting at points 3..n - w (counted from 1).
   std::vector<float> sum;
   for (int p = 3; p <= n - w; ++p) {
     float total = 0;
@@ -84,52 +52,130 @@ void draw_contour_line(const std::vector<float>& x, const std::vector<float>& y,
     }
     sum.push_back(total);
   }
+  return sum;
+}
+
+// The point (counted from 1) where a label goes: the first window start
+// among the straightest tenth of the range of turning sums whose point
+// keeps `clearance` pixels from every earlier gap end; 0 when none does.
+int label_centre(const std::vector<float>& sum, const std::vector<pixel_point>& px,
+                 const std::vector<pixel_point>& earlier_ends, float clearance) {
   const auto [lo, hi] = std::minmax_element(sum.begin(), sum.end());
   const float threshold = *lo + 0.1f * (*hi - *lo);
-  std::vector<pixel_point> px(static_cast<std::size_t>(n));
-  std::vector<float> arc(static_cast<std::size_t>(n), 0.0f);
-  for (int k = 0; k < n; ++k) {
-    px[k] = units_to_canvas(x[k], y[k]);
-    if (k > 0) arc[k] = arc[k - 1] + distance(px[k], px[k - 1]);
+  for (std::size_t k = 0; k < sum.size(); ++k) {
+    const pixel_point& centre = px[k + 2];
+    auto clear = [&](const pixel_point& end) { return distance(end, centre) >= clearance; };
+    if (sum[k] < threshold && std::all_of(earlier_ends.begin(), earlier_ends.end(), clear)) return static_cast<int>(k) + 3;
   }
-  const canvas_text_style style = current_text_style();
-  const float diagonal = 1.01f * std::hypot(style.char_width, style.char_height);
-  int chosen = 0;
-  for (int p = 3; p <= n - w && chosen == 0; ++p) {
-    if (sum[p - 3] >= threshold) continue;
-    bool clear = true;
-    for (const pixel_point& end : gaps.ends) clear = clear && distance(end, px[p - 1]) >= diagonal;
-    if (clear) chosen = p;
-  }
-  if (chosen == 0) {
-    igrpolyline(x.data(), y.data(), n);
-    return;
-  }
-  const float length = label.text.empty() ? style.char_width : wgrtextlength(label.text) * style.char_width;
-  const float centre = arc[chosen - 1];
-  const line_place start = place_at(arc, std::max(centre - length / 2, 0.0f));
-  const line_place end = place_at(arc, std::min(centre + length / 2, arc.back()));
-  std::vector<float> x1(x.begin(), x.begin() + static_cast<long>(start.segment) + 1), y1(y.begin(), y.begin() + static_cast<long>(start.segment) + 1);
-  x1.push_back(along(x, start));
-  y1.push_back(along(y, start));
-  std::vector<float> x2{along(x, end)}, y2{along(y, end)};
-  x2.insert(x2.end(), x.begin() + static_cast<long>(end.segment) + 1, x.end());
-  y2.insert(y2.end(), y.begin() + static_cast<long>(end.segment) + 1, y.end());
-  draw_piece(x1, y1);
-  draw_piece(x2, y2);
-  const pixel_point a = units_to_canvas(x1.back(), y1.back()), b = units_to_canvas(x2.front(), y2.front());
-  gaps.ends.push_back(a);
-  gaps.ends.push_back(b);
-  if (label.text.empty()) {
-    igrmarker((x1.back() + x2.front()) / 2, (y1.back() + y2.front()) / 2, label.marker);
-    return;
-  }
-  // Along the gap, upright: a text that would read upside down is turned by
-  // 180 degrees and ends at the gap's start instead of beginning there.
+  return 0;
+}
+
+std::vector<pixel_point> in_pixels(const std::vector<float>& x, const std::vector<float>& y) {
+  std::vector<pixel_point> px(x.size());
+  for (std::size_t k = 0; k < x.size(); ++k) px[k] = units_to_canvas(x[k], y[k]);
+  return px;
+}
+
+// Arc length along the line at each of its points, pixels.
+std::vector<float> arc_lengths(const std::vector<pixel_point>& px) {
+  std::vector<float> arc(px.size(), 0.0f);
+  for (std::size_t k = 1; k < px.size(); ++k) arc[k] = arc[k - 1] + distance(px[k], px[k - 1]);
+  return arc;
+}
+
+// A place along the line: t of the way from point `segment` to the next.
+struct line_place {
+  std::size_t segment;
+  float t;
+};
+// The place at arc length s.
+line_place place_at(const std::vector<float>& arc, float s) {
+  std::size_t k = 0;
+  while (k + 2 < arc.size() && arc[k + 1] < s) ++k;
+  const float len = arc[k + 1] - arc[k];
+  return {k, len > 0 ? std::clamp((s - arc[k]) / len, 0.0f, 1.0f) : 0.0f};
+}
+float along(const std::vector<float>& v, line_place p) { return v[p.segment] + p.t * (v[p.segment + 1] - v[p.segment]); }
+
+// The two pieces of the line either side of the gap from `start` to `end`.
+void cut_around_gap(const std::vector<float>& x, const std::vector<float>& y, line_place start, line_place end,
+                    contour_line_layout& layout) {
+  const auto first_kept = static_cast<long>(start.segment) + 1, after_gap = static_cast<long>(end.segment) + 1;
+  layout.before_x.assign(x.begin(), x.begin() + first_kept);
+  layout.before_y.assign(y.begin(), y.begin() + first_kept);
+  layout.before_x.push_back(along(x, start));
+  layout.before_y.push_back(along(y, start));
+  layout.after_x = {along(x, end)};
+  layout.after_y = {along(y, end)};
+  layout.after_x.insert(layout.after_x.end(), x.begin() + after_gap, x.end());
+  layout.after_y.insert(layout.after_y.end(), y.begin() + after_gap, y.end());
+}
+
+// A text along the gap, upright: one that would read upside down is turned
+// by 180 degrees and ends at the gap's start instead of beginning there.
+void align_along_gap(placed_label& label) {
+  const pixel_point a = label.gap_start, b = label.gap_end;
   float angle = static_cast<float>(std::atan2(a.y - b.y, b.x - a.x) * 180 / std::numbers::pi);
   if (angle < 0) angle += 360;
   const bool turned = angle > 90 && angle < 270;
-  wgrtextorientation(turned ? 2 : 0, turned ? angle - 180 : angle);
-  wgrtextstring(x1.back(), y1.back(), label.text);
+  label.alignment = turned ? 2 : 0;
+  label.angle = turned ? angle - 180 : angle;
+}
+
+}  // namespace
+
+contour_line_layout lay_out_contour_line(const std::vector<float>& x, const std::vector<float>& y, int L, float level,
+                                         const contour_label_gaps& gaps) {
+  contour_line_layout layout;
+  const int n = static_cast<int>(x.size());
+  const int w = std::clamp(ipgstate.npval1 / 5, 3, 8);
+  placed_label label;
+  if (!label_of(L, level, label) || n < w + 3 || gaps.ends.size() >= static_cast<std::size_t>(8 * ipgstate.npset))
+    return layout;
+  const std::vector<pixel_point> px = in_pixels(x, y);
+  const canvas_text_style style = current_text_style();
+  const float diagonal = 1.01f * std::hypot(style.char_width, style.char_height);
+  const int centre = label_centre(turning_sums(x, y, w), px, gaps.ends, diagonal);
+  if (centre == 0) return layout;
+  // The gap is as long along the line as the label, centred on its point.
+  const std::vector<float> arc = arc_lengths(px);
+  const float length = label.text.empty() ? style.char_width : wgrtextlength(label.text) * style.char_width;
+  const float middle = arc[static_cast<std::size_t>(centre - 1)];
+  cut_around_gap(x, y, place_at(arc, std::max(middle - length / 2, 0.0f)),
+                 place_at(arc, std::min(middle + length / 2, arc.back())), layout);
+  const float x1 = layout.before_x.back(), y1 = layout.before_y.back();
+  const float x2 = layout.after_x.front(), y2 = layout.after_y.front();
+  label.gap_start = units_to_canvas(x1, y1);
+  label.gap_end = units_to_canvas(x2, y2);
+  if (label.text.empty()) {
+    label.x = (x1 + x2) / 2;
+    label.y = (y1 + y2) / 2;
+  } else {
+    label.x = x1;
+    label.y = y1;
+    align_along_gap(label);
+  }
+  layout.label = std::move(label);
+  return layout;
+}
+
+void draw_contour_line(const std::vector<float>& x, const std::vector<float>& y, int L, float level,
+                       contour_label_gaps& gaps) {
+  const contour_line_layout layout = lay_out_contour_line(x, y, L, level, gaps);
+  if (!layout.label) {
+    igrpolyline(x.data(), y.data(), static_cast<int>(x.size()));
+    return;
+  }
+  igrpolyline(layout.before_x.data(), layout.before_y.data(), static_cast<int>(layout.before_x.size()));
+  igrpolyline(layout.after_x.data(), layout.after_y.data(), static_cast<int>(layout.after_x.size()));
+  const placed_label& label = *layout.label;
+  gaps.ends.push_back(label.gap_start);
+  gaps.ends.push_back(label.gap_end);
+  if (label.text.empty()) {
+    igrmarker(label.x, label.y, label.marker);
+    return;
+  }
+  wgrtextorientation(label.alignment, label.angle);
+  wgrtextstring(label.x, label.y, label.text);
   wgrtextorientation(1, 0);
 }
