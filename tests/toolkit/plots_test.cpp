@@ -10,6 +10,7 @@
 
 #include "tests/toolkit/plot_fixture.h"
 #include "toolkit/plots/contour.h"
+#include "toolkit/plots/contour_labels.h"
 #include "toolkit/plots/contour_spiral.h"
 #include "toolkit/plots/surface.h"
 #include "toolkit/plots/surface_view.h"
@@ -171,42 +172,41 @@ TEST_F(contour_lines, CellMethodWithPositions) {
     }
 }
 
-// A labelled circle of a cone: broken once for the label's length, the
-// label tangent to the circle and upright, showing what the label type asks
-// for. A small circle of fewer than w + 3 points (w = 20 / 5) keeps no label.
-TEST_F(contour_lines, LabelsBreakTheLineAlongItsDirection) {
-  const double cx = 10.2, cy = 9.7;
-  const auto z = sample(20, 20, [&](int i, int j) { return std::hypot(i - cx, j - cy) / 4; });
-  struct row {
-    int type, mark;
-    const char* text;
-    float level;
-  };
-  const row rows[] = {{5, -1, "1.5", 1.5f}, {1, -1, "1", 1.5f}, {1, 12, "12", 1.5f},
-                      {2, 3, "C", 1.5f},    {2, 27, "a", 1.5f}, {1, -1, "", 0.2f}};
+// A line turning evenly for 20 steps of 8 pixels, then straight 20 degrees below leftward: the label's gap, as
+// long as its text, is centred on point 20 (the first whose window of w = 20 / 5 steps does not turn), or with an
+// earlier gap end there on the first point a character diagonal off; text upright. Under w + 3 points, no label.
+TEST_F(contour_lines, LabelGoesOnTheFirstStraightStretchClearOfEarlierGaps) {
+  open_grid_plot(20, 20, 1);
+  std::vector<float> x{0.8f}, y{0.8f};
+  for (int s = 0; s < 39; ++s) {
+    const double angle = (200 + 1.5 * std::max(19 - s, 0)) * 3.14159265 / 180;
+    x.push_back(x.back() + 0.02f * static_cast<float>(std::cos(angle)));
+    y.push_back(y.back() + 0.02f * static_cast<float>(std::sin(angle)));
+  }
+  const pixel_point p20 = units_to_canvas(x[20], y[20]);
+  const canvas_text_style style = current_text_style();
+  const float first_clear = 8 * std::ceil(1.01f * std::hypot(style.char_width, style.char_height) / 8);
+  struct row { int type, mark; float level; long points; bool earlier_gap; const char* text; };
+  const row rows[] = {{5, -1, 1.5f, 40, false, "1.5"}, {1, -1, 0, 40, true, "1"}, {1, 12, 0, 40, false, "12"},
+                      {2, 3, 0, 40, true, "C"},        {2, 27, 0, 40, false, "a"}, {1, -1, 0, 6, false, ""}};
   for (const row& r : rows) {
-    screen.forget();
-    open_grid_plot(20, 20, 1);
-    ipgunitsz(0, 4);
     ipgstyle(1, 0, r.type, 0, 197, 0);
     ipgstate.ipgmark[1] = r.mark;
-    ipgcontour2(z, 20, 20, std::vector<float>{r.level});
-    const auto lines = drawn_of(recorded_kind::polyline);
-    const auto texts = drawn_of(recorded_kind::text);
-    ASSERT_EQ(texts.size(), *r.text ? 1u : 0u) << r.text;
-    ASSERT_EQ(lines.size(), texts.size() + 1) << r.text;
-    if (texts.empty()) continue;
-    EXPECT_EQ(texts[0]->text, r.text);
-    const float angle = texts[0]->text_style.angle;
-    EXPECT_TRUE(angle <= 90 || angle >= 270 || angle < 0) << angle;  // never upside down
-    const pixel_point a = lines[0]->points.back(), b = lines[1]->points.front();
-    const float length = texts[0]->text_style.char_width * static_cast<float>(std::string(r.text).size());
-    EXPECT_NEAR(std::hypot(a.x - b.x, a.y - b.y), length, 0.05 * length) << r.text;  // a chord of the arc
-    // The text runs along the gap, square to the radius at its middle.
-    const plot_point mid = in_plot_units({(a.x + b.x) / 2, (a.y + b.y) / 2});
-    const double radial = std::atan2(mid.y - cy, mid.x - cx) * 180 / 3.14159265;
-    EXPECT_NEAR(std::fabs(std::remainder(angle - radial, 180.0)), 90, 3) << r.text;
+    const std::vector<float> lx(x.begin(), x.begin() + r.points), ly(y.begin(), y.begin() + r.points);
+    contour_label_gaps gaps{r.earlier_gap ? std::vector{p20} : std::vector<pixel_point>{}};
+    const std::optional<placed_label> label = lay_out_contour_line(lx, ly, 1, r.level, gaps).label;
+    screen.forget();
+    draw_contour_line(lx, ly, 1, r.level, gaps);
+    EXPECT_EQ(drawn_of(recorded_kind::polyline).size(), *r.text ? 2u : 1u) << r.text;
+    if (!label) continue;
+    const pixel_point a = label->gap_start, b = label->gap_end;
+    EXPECT_NEAR(std::hypot((a.x + b.x) / 2 - p20.x, (a.y + b.y) / 2 - p20.y), r.earlier_gap ? first_clear : 0, 0.5);
+    EXPECT_NEAR(std::hypot(a.x - b.x, a.y - b.y), style.char_width * static_cast<float>(label->text.size()), 0.2);
+    EXPECT_TRUE(label->text == r.text && label->alignment == 2 && std::fabs(label->angle - 20) < 0.1f) << r.text;
+    EXPECT_TRUE(gaps.ends.back().x == b.x && drawn().back().text_style.angle == label->angle) << r.text;
   }
+  ipgcontour2(sample(20, 20, [](int i, int j) { return std::hypot(i - 10.2, j - 9.7); }), 20, 20, std::vector{6.0f});
+  EXPECT_EQ(drawn_of(recorded_kind::text).size(), 1u);  // a circle of the contour lines gets its label too
 }
 
 // A spiral that starts at a later ring and passes over closed blocks meets
