@@ -140,14 +140,82 @@ class open_starts {
   std::array<std::vector<std::int32_t>, 2> block_;
 };
 
+// The drawing of the lines the follower finds: each line, given in grid
+// units, is converted to graphics units and drawn in its level's style, with
+// its label. The label gaps are kept over all the levels of one call.
+class line_drawing {
+ public:
+  explicit line_drawing(const std::vector<float>& levels) : levels_(levels) {}
+
+  // Draws a line of level L, in the level's style (a level of type -999
+  // only moves the pen to the line's end).
+  void draw(const std::vector<grid_point>& line, int L) {
+    in_graphics_units(line);
+    set_line_style(L);
+    const int type = ipgstate.ipgstyl[L][0];
+    if (type == -999) {
+      igrmoveto(xpoly_.back(), ypoly_.back());
+    } else {
+      const int factor = ipgstate.ipgthick[L];
+      const int width = igrstate.linwid;
+      if (factor != 1) igrlinewidth(width * factor);
+      draw_contour_line(xpoly_, ypoly_, L, levels_[L - 1], gaps_);
+      if (factor != 1) igrlinewidth(width);
+    }
+  }
+
+ private:
+  // The line in graphics units, into xpoly_, ypoly_.
+  void in_graphics_units(const std::vector<grid_point>& line) {
+    const auto& s = ipgstate;
+    xpoly_.clear();
+    ypoly_.clear();
+    for (const grid_point& p : line) {
+      const float x = std::fabs(s.xplen) * (p.i - 1) / s.rnval11 + s.xplow;
+      const float y = std::fabs(s.yplen) * (p.j - 1) / s.rnval21 + s.yplow;
+      float gx = 0, gy = 0;
+      ipgunitstogrunits(x, y, gx, gy);
+      xpoly_.push_back(gx);
+      ypoly_.push_back(gy);
+    }
+  }
+
+  void set_line_style(int L) {
+    const int type = ipgstate.ipgstyl[L][0];
+    if (type == -999) return;
+    const int wanted = type < 0 ? 0 : type;
+    if (wanted != igrstate.lintyp) igrlinetype(wanted);
+    if (ipgstate.laycol == 3)
+      set_gradient_colour(levels_[L - 1]);
+    else
+      igrcolourn(ipgstate.ipgcol[L][0]);
+  }
+
+  // Colour over height: each channel runs between the colours of set 1.
+  static void set_gradient_colour(float level) {
+    const auto& s = ipgstate;
+    int r1, g1, b1, r2, g2, b2;
+    wrgbsplit(palette_colour(s.ipgcol[1][0]).value, r1, g1, b1);
+    wrgbsplit(palette_colour(s.ipgcol[1][1]).value, r2, g2, b2);
+    const float f = std::clamp((level - s.zpmin) / s.zplen, 0.0f, 1.0f);
+    auto mix = [f](int a, int b) { return static_cast<int>(std::lround(static_cast<float>(a) + f * static_cast<float>(b - a))); };
+    igrstate.icolnum = -1;
+    igrstate.icolvalue = wrgb(mix(r1, r2), mix(g1, g2), mix(b1, b2));
+  }
+
+  const std::vector<float>& levels_;  // level L at L - 1
+  contour_label_gaps gaps_;           // the label gaps of every level drawn so far
+  std::vector<float> xpoly_, ypoly_;  // the line being drawn, graphics units
+};
+
 class line_follower {
  public:
   // Follows the lines of levels first..last.
   line_follower(const contour_grid& grid, const std::vector<float>& levels, int first, int last,
-                contour_label_gaps& gaps)
+                line_drawing& drawing)
       : grid_(grid), levels_(levels), first_(first), last_(last),
         done_(ipgstate.npval1, ipgstate.npval2, last - first + 1), starts_(ipgstate.npval1, ipgstate.npval2),
-        gaps_(gaps) {
+        drawing_(drawing) {
     // The sides of every edge and the starts open on it, found once: the
     // scan for the next line would otherwise meet each edge again after
     // every line it traces.
@@ -281,7 +349,7 @@ class line_follower {
       for (int L = lo; L < hi; ++L) {
         if (done(e, L)) continue;
         follow(e, s, L, (levels_[L - 1] - a) / (b - a));
-        draw_line(L);
+        drawing_.draw(line_, L);
         return;
       }
     }
@@ -305,61 +373,6 @@ class line_follower {
   // The crossing at t along edge e, in grid units: node (i, j) is (i, j).
   static grid_point point_on(const grid_edge& e, float t) {
     return {static_cast<float>(e.i) + (e.dir == 0 ? t : 0.0f), static_cast<float>(e.j) + (e.dir == 1 ? t : 0.0f)};
-  }
-
-  // line_ in graphics units, into xpoly_, ypoly_.
-  void line_in_graphics_units() {
-    const auto& s = ipgstate;
-    xpoly_.clear();
-    ypoly_.clear();
-    for (const grid_point& p : line_) {
-      const float x = std::fabs(s.xplen) * (p.i - 1) / s.rnval11 + s.xplow;
-      const float y = std::fabs(s.yplen) * (p.j - 1) / s.rnval21 + s.yplow;
-      float gx = 0, gy = 0;
-      ipgunitstogrunits(x, y, gx, gy);
-      xpoly_.push_back(gx);
-      ypoly_.push_back(gy);
-    }
-  }
-
-  void set_line_style(int L) {
-    const int type = ipgstate.ipgstyl[L][0];
-    if (type == -999) return;
-    const int wanted = type < 0 ? 0 : type;
-    if (wanted != igrstate.lintyp) igrlinetype(wanted);
-    if (ipgstate.laycol == 3)
-      set_gradient_colour(levels_[L - 1]);
-    else
-      igrcolourn(ipgstate.ipgcol[L][0]);
-  }
-
-  // Colour over height: each channel runs between the colours of set 1.
-  static void set_gradient_colour(float level) {
-    const auto& s = ipgstate;
-    int r1, g1, b1, r2, g2, b2;
-    wrgbsplit(palette_colour(s.ipgcol[1][0]).value, r1, g1, b1);
-    wrgbsplit(palette_colour(s.ipgcol[1][1]).value, r2, g2, b2);
-    const float f = std::clamp((level - s.zpmin) / s.zplen, 0.0f, 1.0f);
-    auto mix = [f](int a, int b) { return static_cast<int>(std::lround(static_cast<float>(a) + f * static_cast<float>(b - a))); };
-    igrstate.icolnum = -1;
-    igrstate.icolvalue = wrgb(mix(r1, r2), mix(g1, g2), mix(b1, b2));
-  }
-
-  // Draws line_ as a line of level L, in the level's style (a level of
-  // type -999 only moves the pen to the line's end).
-  void draw_line(int L) {
-    line_in_graphics_units();
-    set_line_style(L);
-    const int type = ipgstate.ipgstyl[L][0];
-    if (type == -999) {
-      igrmoveto(xpoly_.back(), ypoly_.back());
-    } else {
-      const int factor = ipgstate.ipgthick[L];
-      const int width = igrstate.linwid;
-      if (factor != 1) igrlinewidth(width * factor);
-      draw_contour_line(xpoly_, ypoly_, L, levels_[L - 1], gaps_);
-      if (factor != 1) igrlinewidth(width);
-    }
   }
 
   // Follows one line of level L from edge e, entered from side status s, with
@@ -420,10 +433,9 @@ class line_follower {
   // (last_ + 1 when none is).
   std::vector<int> rank_;
   std::vector<std::uint8_t> present_;  // per node, whether its value counts
-  contour_label_gaps& gaps_;
-  std::vector<grid_point> line_;      // the line followed last, grid units
-  grid_edge end_;                     // the edge it ended on
-  std::vector<float> xpoly_, ypoly_;  // line_ in graphics units
+  line_drawing& drawing_;
+  std::vector<grid_point> line_;  // the line followed last, grid units
+  grid_edge end_;                 // the edge it ended on
 };
 
 }  // namespace
@@ -443,9 +455,9 @@ void ipgcontour2(std::span<const float> z, int nx, int ny, std::span<const float
     igrstate.chrotar = 0;
     const std::int64_t bits_per_level = 2LL * ipgstate.npval1 * ipgstate.npval2;
     const int group = static_cast<int>(std::clamp<std::int64_t>(max_done_bits / bits_per_level, 1, std::min(ipgstate.npset, max_levels_together)));
-    contour_label_gaps gaps;
+    line_drawing drawing(level_values);
     for (int first = 1; first <= ipgstate.npset; first += group)
-      line_follower(grid, level_values, first, std::min(first + group - 1, ipgstate.npset), gaps).run();
+      line_follower(grid, level_values, first, std::min(first + group - 1, ipgstate.npset), drawing).run();
   }
   yypgsaverestore(saved);
 }
