@@ -107,7 +107,12 @@ struct laue_row {
 };
 
 // In the order the rows are tried: a group of 6 with two six-folds also has
-// two three-folds, so the six-fold rows come before the trigonal ones.
+// two three-folds, so the six-fold rows come before the trigonal ones. The
+// counts are those of the general positions of each class: 432 has six
+// four-folds (4 and 4^3 about each cubic axis), -43m six -4; 622 seven
+// two-folds (six across the axis and 6^3), 6mm six mirrors; 422 five (four
+// across the axis and 4^2), 4mm four mirrors; mm2 two mirrors. The trigonal
+// row on hexagonal axes is named by name_trigonal_on_hexagonal_axes.
 const laue_row laue_rows[] = {
     {3, 8, 12, "m-3", {}, "23"},
     {3, 8, 24, "m-3m", {{{4, 6, "432"}, {-4, 6, "-43m"}}}, ""},
