@@ -257,10 +257,7 @@ TEST(SetSpacegroup, LaueAndPointGroupFromOperatorsMatchTheTable) {
 TEST(SetSpacegroup, LaueAndPointGroupOfListsOutsideTheTable) {
   for (const auto& row : data_table("crystal/laue_lists.txt", 5)) {
     space_group_type g;
-    for (const auto& text : operators_of(row[0])) {
-      g.sym_op.emplace_back();
-      read_xsym(text, 1, g.sym_op.back().rot);
-    }
+    for (const auto& text : operators_of(row[0])) read_xsym(text, 1, g.sym_op.emplace_back().rot);
     g.num_ops = g.multip = std::stoi(row[1]);
     std::string laue = "?", pg = "?";
     get_laue_pg(g, laue, pg);
