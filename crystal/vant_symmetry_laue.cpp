@@ -180,16 +180,14 @@ void get_laue_pg(const space_group_type& spg, std::string& laue, std::string& pg
   init_err_symm();
   const std::size_t ops = std::min(static_cast<std::size_t>(std::max(spg.num_ops, 0)), spg.sym_op.size());
   if (ops < 1) {
-    err_symm = true;
-    err_symm_mess = " No symmetry operators are given";
+    set_err_symm(" No symmetry operators are given");
     return;
   }
   rotation_counts c;
   for (std::size_t k = 0; k < ops; ++k) {
     const std::int32_t order = axes_rotation(spg.sym_op[k].rot);
     if (order == 0) {
-      err_symm = true;
-      err_symm_mess = " Rotation Not Determined";
+      set_err_symm(" Rotation Not Determined");
       return;
     }
     c.add(order);
