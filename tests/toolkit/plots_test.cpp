@@ -411,6 +411,25 @@ TEST_F(surface_plot, ProjectionOfTheBoxCorners) {
   EXPECT_FLOAT_EQ(ipgstate.elev3d, 1);
 }
 
+// Contour lines of a three-dimensional layout lie on its base: at rotation 0
+// and elevation 22.5 the base point (x, y) shows at ((x + y) / 2, (1 + x - y) / 4),
+// as the box corners above give, so the line x = c of the field x runs along
+// screen x + 2 y = c + 1/2 (a flat picture would draw it upright at x = c).
+TEST_F(surface_plot, ContourLinesOfAThreeDimensionalLayoutLieOnItsBase) {
+  const std::vector<float> levels = {0.25f, 0.5f, 0.75f};
+  open_surface(11, 0, 22.5f, 3);
+  ipgcontour2(sample(11, 11, [](int i, int) { return (i - 1) / 10.0; }), 11, 11, levels);
+  const auto lines = drawn_of(recorded_kind::polyline);
+  ASSERT_EQ(lines.size(), levels.size());
+  std::set<float> found;
+  for (const auto* line : lines) {
+    const auto along = [](const pixel_point& p) { return p.x / 400.0 + 2 * (1 - p.y / 400.0) - 0.5; };
+    for (const auto& p : line->points) EXPECT_NEAR(along(p), along(line->points.front()), 0.006);
+    found.insert(std::round(static_cast<float>(along(line->points.front())) * 4) / 4);
+  }
+  EXPECT_EQ(found, std::set<float>(levels.begin(), levels.end()));
+}
+
 // A single peak in the middle of a flat 5 x 5 grid, seen at rotation 0: the
 // far tile behind the peak lies under the peak's near flank on the screen,
 // so the flank must be painted after it.

@@ -19,6 +19,7 @@
 #include "toolkit/plots/plot_setup.h"
 #include "toolkit/plots/plot_state.h"
 #include "toolkit/plots/plot_style_save.h"
+#include "toolkit/plots/surface_view.h"
 
 namespace {
 
@@ -165,7 +166,8 @@ class line_drawing {
   }
 
  private:
-  // The line in graphics units, into xpoly_, ypoly_.
+  // The line in graphics units, into xpoly_, ypoly_; in a three-dimensional
+  // layout it lies on the base at height z2d3d, seen as the view shows it.
   void in_graphics_units(const std::vector<grid_point>& line) {
     const auto& s = ipgstate;
     xpoly_.clear();
@@ -174,7 +176,10 @@ class line_drawing {
       const float x = std::fabs(s.xplen) * (p.i - 1) / s.rnval11 + s.xplow;
       const float y = std::fabs(s.yplen) * (p.j - 1) / s.rnval21 + s.yplow;
       float gx = 0, gy = 0;
-      ipgunitstogrunits(x, y, gx, gy);
+      if (s.bplot3d)
+        ipgunitstogrunits3(x, y, s.z2d3d, gx, gy);
+      else
+        ipgunitstogrunits(x, y, gx, gy);
       xpoly_.push_back(gx);
       ypoly_.push_back(gy);
     }
