@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "toolkit/core/werror.h"
 #include "toolkit/graphics/graphics_colour.h"
 #include "toolkit/graphics/graphics_state.h"
 #include "toolkit/graphics/graphics_targets.h"
+#include "toolkit/graphics/graphics_wires.h"
 
 namespace {
 
@@ -31,6 +33,26 @@ bool take_axis(bool valid, float low, float high, float& min, float& max) {
   return valid;
 }
 
+// Two points, x, y, x, y, worked on at once. GCC's vector type is used
+// rather than a loop left to the compiler, which at -O2 would divide one
+// value at a time; each lane does the very operations of its coordinate as
+// written out in x_fraction and y_fraction, so a point comes out the same to
+// the last bit however it is converted.
+typedef float four __attribute__((vector_size(4 * sizeof(float))));
+typedef int four_mask __attribute__((vector_size(4 * sizeof(int))));
+
+four pair_to_canvas(four v) {
+  const auto& s = igrstate;
+  const auto nx = static_cast<float>(s.nxgraf), ny = static_cast<float>(s.nygraf);
+  const float xspan = s.xgamax - s.xgamin, yspan = s.ygamax - s.ygamin;
+  const four fraction = four{s.xgamin, s.ygamin, s.xgamin, s.ygamin} +
+                        (v - four{s.xmin, s.ymin, s.xmin, s.ymin}) / four{s.xunlen, s.yunlen, s.xunlen, s.yunlen} *
+                            four{xspan, yspan, xspan, yspan};
+  // y counts down from the top of the canvas.
+  const four_mask y_lane{0, -1, 0, -1};
+  return (y_lane ? 1 - fraction : fraction) * four{nx, ny, nx, ny};
+}
+
 int pixel_of(float position) {
   if (position < 0) position -= 0.999f;
   return static_cast<int>(position);
@@ -41,6 +63,7 @@ float pixel_count(int n) { return static_cast<float>(std::max(n, 1)); }
 }  // namespace
 
 void igrarea(float xlow, float ylow, float xhigh, float yhigh) {
+  igrwiresflush();
   auto& s = igrstate;
   const bool x_ok = take_axis(area_axis_valid(xlow, xhigh), xlow, xhigh, s.xgamin, s.xgamax);
   const bool y_ok = take_axis(area_axis_valid(ylow, yhigh), ylow, yhigh, s.ygamin, s.ygamax);
@@ -48,6 +71,7 @@ void igrarea(float xlow, float ylow, float xhigh, float yhigh) {
 }
 
 void igrunits(float xlow, float ylow, float xhigh, float yhigh) {
+  igrwiresflush();
   auto& s = igrstate;
   const bool x_ok = take_axis(xhigh > xlow, xlow, xhigh, s.xmin, s.xmax);
   const bool y_ok = take_axis(yhigh > ylow, ylow, yhigh, s.ymin, s.ymax);
@@ -68,8 +92,19 @@ void igrareaclear() {
 }
 
 pixel_point units_to_canvas(float x, float y) {
-  return {x_fraction(x) * static_cast<float>(igrstate.nxgraf),
-          (1 - y_fraction(y)) * static_cast<float>(igrstate.nygraf)};
+  const four p = pair_to_canvas(four{x, y, x, y});
+  return {p[0], p[1]};
+}
+
+void units_to_canvas(std::span<pixel_point> points) {
+  const std::size_t pairs = points.size() / 2;
+  for (std::size_t i = 0; i < pairs; ++i) {
+    four v;
+    std::memcpy(&v, &points[2 * i], sizeof v);
+    v = pair_to_canvas(v);
+    std::memcpy(static_cast<void*>(&points[2 * i]), &v, sizeof v);
+  }
+  if (points.size() % 2 != 0) points.back() = units_to_canvas(points.back().x, points.back().y);
 }
 
 float x_units_to_pixels(float length) {

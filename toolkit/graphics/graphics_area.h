@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 
 #include "toolkit/graphics/canvas.h"
 
@@ -24,5 +25,7 @@ void igrunitsfrompixels(int ix, int iy, float& x, float& y, std::optional<bool> 
 
 // The position of a point on the canvas in pixels, with fractions, y downward.
 pixel_point units_to_canvas(float x, float y);
+// The same for each of the points, given in graphics units, in place.
+void units_to_canvas(std::span<pixel_point> points);
 // A length along x in graphics units as pixels.
 float x_units_to_pixels(float length);

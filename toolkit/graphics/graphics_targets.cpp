@@ -8,6 +8,7 @@
 #include "toolkit/core/werror.h"
 #include "toolkit/graphics/graphics_colour.h"
 #include "toolkit/graphics/graphics_state.h"
+#include "toolkit/graphics/graphics_wires.h"
 
 namespace {
 
@@ -39,6 +40,7 @@ void refresh_target_size() {
 }
 
 void attach_target(int kind, int handle, canvas* surface) {
+  igrwiresflush();
   if (surface)
     attached[{kind, handle}] = surface;
   else
@@ -47,11 +49,13 @@ void attach_target(int kind, int handle, canvas* surface) {
 }
 
 void attach_hardcopy(canvas* surface) {
+  igrwiresflush();
   hardcopy = surface;
   refresh_target_size();
 }
 
 void igrselect(int target, std::optional<int> handle) {
+  igrwiresflush();
   if (target < igr_window || target > igr_metafile) {
     yyerror(1003, "IGrSelect");
     return;
@@ -97,6 +101,7 @@ void wbitmapput(int handle, int x, int y) {
 }
 
 void wbitmapdestroy(int handle) {
+  igrwiresflush();
   if (bitmaps.erase(handle) == 0) {
     yyerror(1003, "WBitmapDestroy");
     return;

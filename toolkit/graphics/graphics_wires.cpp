@@ -11,8 +11,13 @@
 
 namespace {
 
-// The kept lines in pixels, closed polygons with their first point again,
-// the end of each line in points, and the canvas and pen they all share.
+// The kept lines, closed polygons with their first point again, the end of
+// each line in points, and the canvas and pen they all share. The points
+// stay in graphics units until the batch is drawn, and are then turned to
+// pixels all together: whatever changes the units, the area or the target
+// (igrunits, igrarea, igrinit, igrselect, attach_target, attach_hardcopy,
+// wbitmapdestroy) draws the batch first, so the units it was given in still
+// hold then.
 struct wire_batch {
   std::vector<pixel_point> points;
   std::vector<std::uint32_t> ends;
@@ -29,15 +34,14 @@ bool same_pen(const canvas_pen& a, const canvas_pen& b) {
 }
 
 // Room for a line of n points: the batch drawn first when the line would
-// join it with another canvas or pen. False without a canvas.
+// join it with another pen. The canvas is looked up for a new batch only,
+// since a change of target draws the batch. False without a canvas.
 bool start_line(std::size_t n) {
-  canvas* c = current_canvas();
-  if (!c) return false;
   const canvas_pen pen = current_pen();
-  if (!batch.ends.empty() && (c != batch.target || !same_pen(pen, batch.pen) ||
-                              batch.points.size() + n > batch_limit))
+  if (!batch.ends.empty() && (!same_pen(pen, batch.pen) || batch.points.size() + n > batch_limit))
     igrwiresflush();
-  batch.target = c;
+  if (batch.ends.empty()) batch.target = current_canvas();
+  if (!batch.target) return false;
   batch.pen = pen;
   return true;
 }
@@ -54,21 +58,24 @@ void igrpolygonqueue(const float* x, const float* y, int n) {
     return;
   }
   if (!start_line(static_cast<std::size_t>(n) + 1)) return;
-  for (int i = 0; i < n; ++i) batch.points.push_back(units_to_canvas(x[i], y[i]));
-  batch.points.push_back(batch.points[batch.points.size() - static_cast<std::size_t>(n)]);
+  for (int i = 0; i < n; ++i) batch.points.push_back({x[i], y[i]});
+  batch.points.push_back({x[0], y[0]});
   end_line();
 }
 
 void igrjoinqueue(float x1, float y1, float x2, float y2) {
   igrmoveto(x2, y2);
   if (!start_line(2)) return;
-  batch.points.push_back(units_to_canvas(x1, y1));
-  batch.points.push_back(units_to_canvas(x2, y2));
+  batch.points.push_back({x1, y1});
+  batch.points.push_back({x2, y2});
   end_line();
 }
 
 void igrwiresflush() {
-  if (!batch.ends.empty()) batch.target->polylines(batch.points, batch.ends, batch.pen);
+  if (!batch.ends.empty()) {
+    units_to_canvas(batch.points);
+    batch.target->polylines(batch.points, batch.ends, batch.pen);
+  }
   batch.points.clear();
   batch.ends.clear();
 }

@@ -10,5 +10,6 @@ void igrpolygonqueue(const float* x, const float* y, int n);
 // igrjoin deferred; the pen ends at the second point at once.
 void igrjoinqueue(float x1, float y1, float x2, float y2);
 // Draws the wires kept. Call it before anything else is drawn, and before
-// the pen, the fill or the target change in a way the queue cannot see.
+// the pen or the fill change in a way the queue cannot see. A change of
+// units, area or target calls it itself.
 void igrwiresflush();

@@ -412,41 +412,40 @@ TEST_F(X11Drawing, BoxesInOneBatchAndFilledContoursPaintAsBoxAfterBox) {
   EXPECT_EQ(pixels_of(*surface), pixels_of(*plain)) << "filled contours";
 }
 
-// Wires kept and drawn in batches give the pixels of their recording drawn
-// line by line: overlapping triangles and quadrilaterals, some reaching out
-// of the pixmap or smaller than a pixel, with lines among them and the colour
-// changing every few; with a solid pen (drawn as one batch a colour), a
-// dashed and a wide one (drawn line by line).
+// Wires kept and drawn in batches give the pixels of the same wires drawn
+// one by one (igrpolygonsimple, igrjoin): overlapping triangles and
+// quadrilaterals, some reaching out of the pixmap or smaller than a pixel,
+// with lines among them, the colour changing every few and the units half
+// way; with a solid pen (drawn as one batch a colour), a dashed and a wide
+// one (drawn line by line).
 TEST_F(X11Drawing, WiresInBatchesPaintAsPolygonAfterPolygon) {
   std::mt19937 random(11);
   std::uniform_real_distribution<float> place(-0.2f, 1.2f), large(-0.3f, 0.3f), tiny(-0.004f, 0.004f);
   const int pens[][2] = {{0, 1}, {2, 1}, {0, 3}};
+  const auto plain = x11_canvas::pixmap(x11_display(), surface->drawable(), 200, 100);
   for (const auto& [type, width] : pens) {
-    surface->clear(0, 0, 200, 100, {-1, 0});
-    recording_canvas recorded{200, 100};
     const auto seed = random();
-    for (canvas* target : std::initializer_list<canvas*>{surface.get(), &recorded}) {
+    for (canvas* target : {surface.get(), plain.get()}) {
+      const bool batched = target == surface.get();
       random.seed(seed);
+      target->clear(0, 0, 200, 100, {-1, 0});
       attach_target(igr_window, 0, target);
-      igrunits(0, 0, 1, 1);
       igrlinetype(type);
       igrlinewidth(width);
       igrfillpattern(0);
       for (int k = 0; k < 600; ++k) {
+        if (k % 300 == 0) igrunits(0, 0, 1 + static_cast<float>(k) / 600, 1);
         if (k % 7 == 0) igrcolourn(83 + k % 13);
         const int n = k % 5 == 4 ? 2 : 3 + k % 2;
         const float cx = place(random), cy = place(random);
         float x[4], y[4];
         for (int c = 0; c < n; ++c)
           x[c] = cx + (k % 3 ? large(random) : tiny(random)), y[c] = cy + (k % 3 ? large(random) : tiny(random));
-        if (n == 2) igrjoinqueue(x[0], y[0], x[1], y[1]);
-        else igrpolygonqueue(x, y, n);
+        if (n == 2) batched ? igrjoinqueue(x[0], y[0], x[1], y[1]) : igrjoin(x[0], y[0], x[1], y[1]);
+        else batched ? igrpolygonqueue(x, y, n) : igrpolygonsimple(x, y, n);
       }
       igrwiresflush();
     }
-    const auto plain = x11_canvas::pixmap(x11_display(), surface->drawable(), 200, 100);
-    for (const recorded_primitive& p : recorded.primitives())
-      plain->polyline(std::span<const pixel_point>(p.points.begin(), p.points.end()), p.pen);
     EXPECT_EQ(pixels_of(*surface), pixels_of(*plain)) << "line type " << type << ", width " << width;
   }
   igrlinewidth(1);
