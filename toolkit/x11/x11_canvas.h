@@ -62,6 +62,7 @@ class x11_canvas : public canvas {
   XftDraw* xft_ = nullptr;
   std::map<int, Pixmap> stipples_;
   std::vector<std::uint16_t> painting_;  // colour indices of the boxes of fill_boxes
+  std::vector<XPoint> xpoints_;          // the points of a line or polygon being drawn
   std::vector<XSegment> segments_;       // the pieces of the lines of polylines
   std::vector<std::pair<unsigned, GC>> wire_gcs_;  // see wire_gc
   mutable std::map<std::tuple<int, int, int>, XftFont*> fonts_;

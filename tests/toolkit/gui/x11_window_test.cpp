@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <random>
 #include <tuple>
@@ -410,6 +411,22 @@ TEST_F(X11Drawing, BoxesInOneBatchAndFilledContoursPaintAsBoxAfterBox) {
   for (const recorded_primitive& p : recorded.primitives()) 
     plain->fill_polygon(std::span<const pixel_point>(p.points.begin(), p.points.end()), p.fill);
   EXPECT_EQ(pixels_of(*surface), pixels_of(*plain)) << "filled contours";
+}
+
+// A line's ends in pixels reach X rounded, halves away from 0, and pinned
+// to X's 16 bits on the side they lie (NaN on the low side), not wrapped.
+TEST_F(X11Drawing, LineEndsRoundAndPinToTheirSide) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  for (const auto& [x1, x2, x, lit] :
+       {std::tuple{10.5f, 10.5f, 11, true}, {10.5f, 10.5f, 10, false}, {20.49f, 20.49f, 20, true},
+        {100.0f, 40000.0f, 150, true}, {100.0f, 40000.0f, 50, false}, {100.0f, -40000.0f, 50, true},
+        {100.0f, -40000.0f, 150, false}, {nan, 100.0f, 50, true}, {nan, 100.0f, 150, false}}) {
+    igrareaclear();
+    const pixel_point line[] = {{x1, 10}, {x2, 90}}, across[] = {{x1, 50}, {x2, 50}};
+    const std::uint32_t end[] = {2};
+    surface->polylines(x1 == x2 ? line : across, end, {{-1, 0xff}, 0, 1});
+    EXPECT_EQ(red_at(x, 50), lit) << "line from " << x1 << " to " << x2 << " at " << x;
+  }
 }
 
 // Wires kept and drawn in batches give the pixels of the same wires drawn
