@@ -41,16 +41,26 @@ bool take_axis(bool valid, float low, float high, float& min, float& max) {
 typedef float four __attribute__((vector_size(4 * sizeof(float))));
 typedef int four_mask __attribute__((vector_size(4 * sizeof(int))));
 
-four pair_to_canvas(four v) {
+// The state that turns graphics units into pixels, in lanes, taken once for
+// many points: read inside the loop, it would be read again for each pair,
+// since the points written might, for all the compiler knows, be it.
+struct pair_conversion {
+  four low, length, area_low, area_span, size;
+};
+
+pair_conversion pair_conversion_now() {
   const auto& s = igrstate;
   const auto nx = static_cast<float>(s.nxgraf), ny = static_cast<float>(s.nygraf);
   const float xspan = s.xgamax - s.xgamin, yspan = s.ygamax - s.ygamin;
-  const four fraction = four{s.xgamin, s.ygamin, s.xgamin, s.ygamin} +
-                        (v - four{s.xmin, s.ymin, s.xmin, s.ymin}) / four{s.xunlen, s.yunlen, s.xunlen, s.yunlen} *
-                            four{xspan, yspan, xspan, yspan};
+  return {four{s.xmin, s.ymin, s.xmin, s.ymin}, four{s.xunlen, s.yunlen, s.xunlen, s.yunlen},
+          four{s.xgamin, s.ygamin, s.xgamin, s.ygamin}, four{xspan, yspan, xspan, yspan}, four{nx, ny, nx, ny}};
+}
+
+four pair_to_canvas(four v, const pair_conversion& c) {
+  const four fraction = c.area_low + (v - c.low) / c.length * c.area_span;
   // y counts down from the top of the canvas.
   const four_mask y_lane{0, -1, 0, -1};
-  return (y_lane ? 1 - fraction : fraction) * four{nx, ny, nx, ny};
+  return (y_lane ? 1 - fraction : fraction) * c.size;
 }
 
 int pixel_of(float position) {
@@ -92,16 +102,17 @@ void igrareaclear() {
 }
 
 pixel_point units_to_canvas(float x, float y) {
-  const four p = pair_to_canvas(four{x, y, x, y});
+  const four p = pair_to_canvas(four{x, y, x, y}, pair_conversion_now());
   return {p[0], p[1]};
 }
 
 void units_to_canvas(std::span<pixel_point> points) {
+  const pair_conversion c = pair_conversion_now();
   const std::size_t pairs = points.size() / 2;
   for (std::size_t i = 0; i < pairs; ++i) {
     four v;
     std::memcpy(&v, &points[2 * i], sizeof v);
-    v = pair_to_canvas(v);
+    v = pair_to_canvas(v, c);
     std::memcpy(static_cast<void*>(&points[2 * i]), &v, sizeof v);
   }
   if (points.size() % 2 != 0) points.back() = units_to_canvas(points.back().x, points.back().y);
