@@ -102,8 +102,7 @@ void igrareaclear() {
 }
 
 pixel_point units_to_canvas(float x, float y) {
-  const four p = pair_to_canvas(four{x, y, x, y}, pair_conversion_now());
-  return {p[0], p[1]};
+  return {x_fraction(x) * static_cast<float>(igrstate.nxgraf), (1 - y_fraction(y)) * static_cast<float>(igrstate.nygraf)};
 }
 
 void units_to_canvas(std::span<pixel_point> points) {

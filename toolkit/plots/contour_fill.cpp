@@ -40,6 +40,16 @@ class band_filler {
     return static_cast<int>(it - boundaries_.begin()) + 1;
   }
 
+  // The same band, found by stepping from the band b of a value close by:
+  // along a sub-row the bands change by a step or two from box to box.
+  int band_from(float v, int b) const {
+    if (std::isnan(v)) return band(v);
+    const int last = static_cast<int>(boundaries_.size()) + 1;
+    while (b > 1 && boundaries_[static_cast<std::size_t>(b - 2)] > v) --b;
+    while (b < last && boundaries_[static_cast<std::size_t>(b - 1)] <= v) ++b;
+    return b;
+  }
+
   static float node_x(float i) {
     const auto& s = ipgstate;
     return std::fabs(s.xplen) * (i - 1) / s.rnval11 + s.xplow;
@@ -130,14 +140,15 @@ class band_filler {
       // bands: when its ends share a band, the whole sub-row is one box.
       const float tail = (2 * g - dL - dR) / 4;
       const auto value = [&](int s) { return vL + static_cast<float>(s) * g + tail; };
-      if (const int b = band(value(0)); b == band(value(G - 1))) {
+      int b = band(value(0));
+      if (b == band_from(value(G - 1), b)) {
         fill_box(b, x1, bottom, x2, top);
         continue;
       }
       int run = 0;
       float start = x1;
       for (int s = 0; s < G; ++s) {
-        const int b = band(value(s));
+        b = band_from(value(s), b);
         const float left = x1 + static_cast<float>(s) * width;
         if (b == run) continue;
         if (run != 0) fill_box(run, start, bottom, left, top);

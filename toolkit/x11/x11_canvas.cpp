@@ -3,6 +3,7 @@
 #include <fontconfig/fontconfig.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -255,8 +256,8 @@ void x11_canvas::use_pen(const canvas_pen& pen) {
   static const char dot_dash[] = {8, 3, 1, 3};
   const char* pattern = pen.type == 1 ? dots : pen.type == 2 ? dashes : dot_dash;
   const int n = pen.type == 3 ? 4 : 2;
-  std::vector<char> scaled(pattern, pattern + n);
-  for (char& c : scaled) c = static_cast<char>(std::min(c * width, 100));
+  std::array<char, 4> scaled{};
+  for (int k = 0; k < n; ++k) scaled[static_cast<std::size_t>(k)] = static_cast<char>(std::min(pattern[k] * width, 100));
   XSetLineAttributes(display_, gc_, static_cast<unsigned>(width == 1 ? 0 : width), LineOnOffDash, CapButt, JoinMiter);
   XSetDashes(display_, gc_, 0, scaled.data(), n);
 }
