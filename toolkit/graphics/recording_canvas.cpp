@@ -32,8 +32,7 @@ void recording_canvas::make_room(std::size_t more) {
 recorded_primitive& recording_canvas::record(recorded_kind kind, std::span<const pixel_point> points,
                                              canvas_colour colour) {
   make_room(1);
-  recorded_primitive& p = primitives_.emplace_back();
-  p.kind = kind;
+  recorded_primitive& p = primitives_.emplace_back(kind);
   p.points.assign(points.data(), points.data() + points.size());
   p.colour = colour;
   return p;

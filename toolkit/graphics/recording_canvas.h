@@ -42,12 +42,17 @@ class recorded_points {
 
  private:
   std::size_t size_ = 0;
-  std::array<pixel_point, 5> held_{};
+  std::array<pixel_point, 5> held_;
   std::vector<pixel_point> more_;
 };
 
 struct recorded_primitive {
-  recorded_kind kind = recorded_kind::clear;
+  // A constructor of its own: without one, a record made in place is first
+  // cleared byte by byte and then given its fields, and a filled picture
+  // makes a record for every box.
+  explicit recorded_primitive(recorded_kind k = recorded_kind::clear) : kind(k) {}
+
+  recorded_kind kind;
   recorded_points points;  // clear: top left, bottom right; circle: centre
   canvas_colour colour;             // line, fill or text colour
   canvas_pen pen;                   // polyline, outlined circle
