@@ -256,7 +256,7 @@ Widget combo_below(Widget w, int items) {
 
 // The six kinds of synthesis of the Fourier page: the row the
 // program selects is the row shown, and the row a user picks in the list comes
-// back as that row, with no message for the program's own selection.
+// back as that row, with a message for it and none for the program's own selection.
 TEST_F(X11Window, AComboBoxShowsAndReportsTheSameRow) {
   wmessageenable(msg_field_changed, 1);
   wdialogload(116);
@@ -279,6 +279,11 @@ TEST_F(X11Window, AComboBoxShowsAndReportsTheSameRow) {
   std::int32_t row = 0;
   wdialoggetmenu1(1016, row);
   EXPECT_EQ(row, 3);
+  // The user's pick is reported, and nothing of it is left for a later reader.
+  std::int32_t type = 0;
+  message_record r;
+  while (yymessages_waiting()) wmessage(type, r);
+  EXPECT_EQ(std::pair(type, r.value2), std::pair(msg_field_changed, 1016));
   wmessageenable(msg_field_changed, 0);
 }
 
