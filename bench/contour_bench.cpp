@@ -12,6 +12,7 @@
 #include <memory>
 #include <vector>
 
+#include "bench/bench_display.h"
 #include "tests/toolkit/peaks_field.h"
 #include "toolkit/graphics/graphics.h"
 #include "toolkit/graphics/recording_canvas.h"
@@ -77,11 +78,8 @@ void BM_contour_recording(benchmark::State& state) {
 }
 
 void BM_contour_x11_pixmap(benchmark::State& state) {
-  static Display* display = XOpenDisplay(nullptr);
-  if (!display) {
-    state.SkipWithError("no X display");
-    return;
-  }
+  Display* display = bench_display(state);
+  if (!display) return;
   const int n = static_cast<int>(state.range(0));
   const bool filled = state.range(1) == 1;
   const auto z = peaks_field(n);

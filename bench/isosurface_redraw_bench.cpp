@@ -10,6 +10,7 @@
 
 #include <cmath>
 
+#include "bench/bench_display.h"
 #include "crystal/vant_crystal_metrics.h"
 #include "maps/map_memory.h"
 #include "plot/isosurface_view.h"
@@ -69,11 +70,8 @@ void BM_draw_isosurface_headless(benchmark::State& state) {
 }
 
 void BM_draw_isosurface_x11_pixmap(benchmark::State& state) {
-  static Display* display = XOpenDisplay(nullptr);
-  if (!display) {
-    state.SkipWithError("no X display");
-    return;
-  }
+  Display* display = bench_display(state);
+  if (!display) return;
   headless::install();  // the window's size: 800 x 600
   auto window = x11_canvas::pixmap(display, DefaultRootWindow(display), 800, 600);
   attach_target(igr_window, 0, window.get());

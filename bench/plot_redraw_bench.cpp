@@ -12,6 +12,7 @@
 #include <cmath>
 #include <memory>
 
+#include "bench/bench_display.h"
 #include "crystal/vant_crystal_metrics.h"
 #include "maps/map_memory.h"
 #include "maps/section_extraction.h"
@@ -85,11 +86,8 @@ void BM_draw_plot_pg_headless(benchmark::State& state) {
 }
 
 void BM_draw_plot_pg_x11_pixmap(benchmark::State& state) {
-  static Display* display = XOpenDisplay(nullptr);
-  if (!display) {
-    state.SkipWithError("no X display");
-    return;
-  }
+  Display* display = bench_display(state);
+  if (!display) return;
   const auto n = static_cast<std::int32_t>(state.range(0));
   make_map(n);
   headless::install();  // the window's size: 800 x 600

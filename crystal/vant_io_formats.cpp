@@ -79,6 +79,11 @@ void set_form_error(const std::string& message) {
   err_form_mess = message.substr(0, 150);
 }
 
+void clamp_to_file(const file_lines& lines, std::int32_t& first, std::int32_t& last) {
+  first = std::max(first, 1);
+  last = std::min<std::int32_t>(last, static_cast<std::int32_t>(lines.size()));
+}
+
 std::int32_t whole_number(float v) { return std::fabs(v) <= 1.0e6f ? static_cast<std::int32_t>(v) : 0; }
 
 interval_type chosen_phase(const std::vector<interval_type>& phases, std::optional<std::int32_t> iphase) {

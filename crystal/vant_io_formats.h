@@ -40,6 +40,10 @@ struct job_info_type {
 
 using file_lines = std::vector<std::string>;
 
+// The lines first to last (counted from 1) that the file has: each reader
+// takes its range through this before it reads.
+void clamp_to_file(const file_lines& lines, std::int32_t& first, std::int32_t& last);
+
 // Reads filenam whole and hands it to the reader of mode ("vtl", the default,
 // "cif", "shx" or "kdc"; the first three letters count, in any case).
 // iphase picks a phase of a VTL, CIF or KDC file holding several.

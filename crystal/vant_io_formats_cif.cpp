@@ -270,8 +270,7 @@ void readn_set_xtal_cif(const file_lines& lines, std::int32_t first, std::int32_
                         space_group_type& spg, atom_list_type& a, const std::optional<std::string>& cartype,
                         std::optional<std::int32_t> phase) {
   init_err_form();
-  first = std::max(first, 1);
-  last = std::min<std::int32_t>(last, static_cast<std::int32_t>(lines.size()));
+  clamp_to_file(lines, first, last);
   const std::vector<interval_type> blocks = data_blocks(lines, first, last);
   if (blocks.size() > 1 && !phase) return set_form_error(" => Too many phases in this file ");
   const interval_type range = chosen_phase(blocks, phase);

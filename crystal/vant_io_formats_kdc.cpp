@@ -98,8 +98,7 @@ void readn_set_xtal_kdc(const file_lines& lines, std::int32_t first, std::int32_
                         space_group_type& spg, atom_list_type& a, const std::optional<std::string>& cartype,
                         std::optional<std::int32_t> phase) {
   init_err_form();
-  first = std::max(first, 1);
-  last = std::min<std::int32_t>(last, static_cast<std::int32_t>(lines.size()));
+  clamp_to_file(lines, first, last);
   std::vector<interval_type> phases;
   for (std::int32_t i = first; i <= last; ++i)
     if (u_case(lines[static_cast<std::size_t>(i - 1)]).find("DATA FOR PHASE") != std::string::npos) {

@@ -186,8 +186,7 @@ void readn_set_xtal_shx(const file_lines& lines, std::int32_t first, std::int32_
       {"X+1/2,Y,Z+1/2"},
       {"X+1/2,Y+1/2,Z"}};
   init_err_form();
-  first = std::max(first, 1);
-  last = std::min<std::int32_t>(last, static_cast<std::int32_t>(lines.size()));
+  clamp_to_file(lines, first, last);
   read_shx_cell(lines, first, last, cell, cartype);
   if (err_form) return;
 

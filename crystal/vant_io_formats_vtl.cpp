@@ -69,8 +69,7 @@ void readn_set_xtal_vtl(const file_lines& lines, std::int32_t first, std::int32_
                         space_group_type& spg, atom_list_type& a, const std::optional<std::string>& cartype,
                         std::optional<std::int32_t> iphase, job_info_type* job) {
   init_err_form();
-  first = std::max(first, 1);
-  last = std::min<std::int32_t>(last, static_cast<std::int32_t>(lines.size()));
+  clamp_to_file(lines, first, last);
   const std::vector<interval_type> phases = phase_ranges(lines, first, last);
   const interval_type range = chosen_phase(phases, iphase);
   if (job) get_job_info(lines, first, last, *job);
